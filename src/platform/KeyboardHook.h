@@ -1,0 +1,20 @@
+#pragma once
+
+#include <functional>
+
+namespace talnik {
+
+/// Catches one key combination whichever program has the focus.
+class KeyboardHook {
+ public:
+  virtual ~KeyboardHook() = default;
+
+  /// Watches the combination `hotKey`: low word the virtual key code, high word the mask (1 Shift, 2 Ctrl, 4 Alt);
+  /// 0 watches none. False when the system or another program does not let it be had.
+  virtual bool Watch(int hotKey) = 0;
+
+  /// Runs when the watched key is released.
+  std::function<void()> Released;
+};
+
+}  // namespace talnik

@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+
+#include <functional>
+
+namespace talnik {
+
+/// Plays WAV files, one at a time.
+class Sound {
+ public:
+  virtual ~Sound() = default;
+
+  /// Starts `path` from its beginning and cuts the sound that plays. `finished` runs once on the caller's thread, from
+  /// the event loop, when the sound has ended, was cut, or could not be played; a sound that cannot be played takes no
+  /// time.
+  virtual void Play(const QString& path, std::function<void()> finished) = 0;
+
+  virtual void Stop() = 0;
+};
+
+}  // namespace talnik

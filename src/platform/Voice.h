@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QString>
+
+namespace talnik {
+
+/// The speech of the machine. No call waits for the speech itself or for the daemon behind it.
+class Voice {
+ public:
+  enum class Join {
+    Cut,    ///< what is being said ends at once
+    Append  ///< heard after what is being said
+  };
+  enum class Urgency { Text, Important };
+
+  virtual ~Voice() = default;
+
+  /// Speaks `text`; an empty text with Join::Cut only ends what is being said.
+  virtual void Speak(const QString& text, Join join, Urgency urgency) = 0;
+
+  /// Speaks one character by its name, as in spelling ("a", "mezera", "tečka").
+  virtual void SpeakCharacter(const QString& character, Join join) = 0;
+
+  virtual void Stop() = 0;
+
+  /// True from the call of Speak until the text has been said to its end, cut or given up.
+  virtual bool IsSpeaking() const = 0;
+};
+
+}  // namespace talnik

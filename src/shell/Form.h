@@ -1,0 +1,53 @@
+#pragma once
+
+#include "dates/Date.h"
+#include "shell/ControlEvents.h"
+#include "shell/FormServices.h"
+
+#include <QDialog>
+
+class QLabel;
+class QPushButton;
+
+namespace talnik {
+
+/// The base of every dialog of the program: colours and large type of the common settings, the window's number, the
+/// order of events, and the accessible name of its controls.
+class Form : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// `name` is the object name ("frmSchedule"), `tag` the window's number.
+  Form(FormServices& services, const QString& name, int tag, QWidget* parent = nullptr);
+
+  int Tag() const;
+
+ protected:
+  void SetTag(int tag);
+
+  /// Shows the window modally, large enough for its type and at most as large as the screen.
+  int ShowModal();
+
+  Speech& speech() const { return services_.speech; }
+  Dialogs& dialogs() const { return services_.dialogs; }
+  Date Now() const { return Date::FromQDateTime(services_.clock.Now()); }
+  ControlEvents& events() { return events_; }
+  FormServices& services() const { return services_; }
+
+ private:
+  FormServices& services_;
+  ControlEvents events_;
+};
+
+/// Gives a control its object name and, where it has no label of its own, its accessible name.
+void NameControl(QWidget* control, const QString& objectName, const QString& accessibleName = QString());
+
+/// The fixed child identifier of a control, for tools outside.
+void SetControlId(QWidget* control, int id);
+/// The number of a window, for tools outside.
+void SetFormTag(QWidget* window, int tag);
+
+/// Paints a window and its controls in the colours of the common settings, in "Arial" of `points`.
+void ApplyLook(QWidget* window, const CommonSettings& look, int points);
+
+}  // namespace talnik

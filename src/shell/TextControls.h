@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QComboBox>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPlainTextEdit>
+
+namespace talnik {
+
+/// A list whose Click runs when the selected line changes, by the user or by the program, and at a click on the line
+/// that is selected already. An empty selection runs nothing.
+class ListBox : public QListWidget {
+  Q_OBJECT
+
+ public:
+  explicit ListBox(QWidget* parent = nullptr);
+
+  int ListIndex() const { return currentRow(); }
+  void SetListIndex(int index) { setCurrentRow(index); }
+  int ListCount() const { return count(); }
+  /// The text of a line; empty outside the list.
+  QString Line(int index) const;
+  /// The selected line; empty when there is none.
+  QString Text() const { return Line(currentRow()); }
+
+ Q_SIGNALS:
+  void Click();
+};
+
+}  // namespace talnik

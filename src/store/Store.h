@@ -1,0 +1,65 @@
+#pragma once
+
+#include "store/ScheduleRecord.h"
+
+#include <QList>
+#include <QString>
+#include <QVariant>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+struct sqlite3;
+struct sqlite3_stmt;
+
+namespace talnik {
+
+/// A statement and the values bound to its "?". Values: Date, text, number, bool, or nothing for NULL.
+struct Statement {
+  QString sql;
+  QList<QVariant> values;  ///< dates as Serial(); see Statements.h for the statements of the system
+};
+
+/// The file of appointments. It is opened at the first use and again after a failure, so that a file that comes back is
+/// found; routines share one Store and see each other's writes at once.
+class Store {
+ public:
+  explicit Store(QString path);
+  ~Store();
+  Store(const Store&) = delete;
+  Store& operator=(const Store&) = delete;
+
+  const QString& Path() const { return path_; }
+
+  /// True when the file is open or could be opened now.
+  bool Open();
+  void Close();
+
+  /// Runs a statement that gives no rows. False when it failed; nothing of it is written then.
+  bool Execute(const Statement& statement);
+
+  /// The number in the first column of the first row; nothing when the statement failed or gave no row.
+  std::optional<qint64> Number(const Statement& statement);
+
+  /// Calls `row` for each row of "SELECT * FROM schedule ..." in order, until it returns false. False when it failed.
+  bool ForEach(const Statement& statement, const std::function<bool(const ScheduleRecord&)>& row);
+
+  /// Adds a row. False when it could not be written.
+  bool Insert(const ScheduleRecord& record);
+
+  /// Runs `work` as one transaction: all of it is kept when `work` returns true and every write of it went well, else
+  /// none of it. False when none was kept. Nested calls join the outer one.
+  bool InTransaction(const std::function<bool()>& work);
+
+  /// Told once for each stretch of failing writes: the text of what went wrong.
+  std::function<void(const QString& what)> WriteFailed;
+
+ private:
+  friend class Recordset;
+  struct Impl;
+  std::unique_ptr<Impl> impl_;
+  QString path_;
+};
+
+}  // namespace talnik

@@ -1,0 +1,172 @@
+#pragma once
+
+#include "platform/Platform.h"
+
+#include <QStringList>
+
+#include <map>
+
+namespace talnik::test {
+
+/// What the outside world heard, in order: "say: text", "char: a", "stop", "sound: space.wav", "braille: text".
+/// Appended speech is "and: text"; important speech "alarm: text".
+using Transcript = QStringList;
+
+class FakeVoice : public Voice {
+ public:
+  explicit FakeVoice(Transcript& transcript) : transcript_(transcript) {}
+  void Speak(const QString& text, Join join, Urgency urgency) override;
+  void SpeakCharacter(const QString& character, Join join) override;
+  void Stop() override;
+  bool IsSpeaking() const override { return Speaking; }
+  bool Speaking = false;
+
+ private:
+  Transcript& transcript_;
+};
+
+class FakeBraille : public Braille {
+ public:
+  bool IsPresent() const override { return Present; }
+  void Show(const QString& text, int cursor) override;
+  void SetActive(bool active) override { Active = active; }
+  bool Present = false;
+  bool Active = false;
+  QString Shown;
+  int Cursor = NoCursor;
+};
+
+/// A sound takes no time unless Hold is set; then it plays until Finish or Stop.
+class FakeSound : public Sound {
+ public:
+  explicit FakeSound(Transcript& transcript) : transcript_(transcript) {}
+  void Play(const QString& path, std::function<void()> finished) override;
+  void Stop() override;
+  void Finish();
+  bool IsPlaying() const { return static_cast<bool>(finished_); }
+  bool Hold = false;
+  std::function<void(const QString& path)> Played;  ///< runs as a sound begins
+
+ private:
+  Transcript& transcript_;
+  std::function<void()> finished_;
+};
+
+class FakeClock : public Clock {
+ public:
+  QDateTime Now() const override { return Moment; }
+  void Set(const QDateTime& moment, SetResult done) override;
+  QDateTime Moment = QDateTime(QDate(2024, 1, 15), QTime(8, 30));
+  QDateTime SetTo;  ///< the last moment asked for
+  Outcome Answer = Outcome::Done;
+  QString Description;
+};
+
+class FakeTimeZone : public TimeZone {
+ public:
+  ZoneBiases Biases() const override { return Zone; }
+  ZoneBiases Zone{-60, 0, -60, false};  ///< Prague in winter
+};
+
+class FakeRegistry : public Registry {
+ public:
+  QVariant Value(const QString& key, const QString& name) const override;
+  bool SetText(const QString& key, const QString& name, const QString& text) override;
+  bool Remove(const QString& key, const QString& name) override;
+  std::map<QString, QVariant> Values;  ///< under "key|name"
+};
+
+class FakeProfile : public Profile {
+ public:
+  std::optional<QString> Text(const QString& path, const QString& section, const QString& key) const override;
+  bool SectionExists(const QString& path, const QString& section) const override;
+  bool Write(const QString& path, const QList<Entry>& entries) override;
+  std::map<QString, QString> Values;  ///< under "path|section|key"
+  QStringList Written;                ///< "section.key=text" in order
+  bool Refuse = false;
+};
+
+class FakeShell : public Shell {
+ public:
+  QString LocalDataFolder() const override { return LocalData; }
+  QString InstalledFolder() const override { return Installed; }
+  bool AutostartIsOn() const override { return Autostart; }
+  bool AutostartOn() override { return Autostart = true; }
+  bool AutostartOff() override {
+    Autostart = false;
+    return true;
+  }
+  bool Open(const QString& path) override {
+    Opened << path;
+    return true;
+  }
+  QString LocalData;
+  QString Installed;
+  bool Autostart = false;
+  QStringList Opened;
+};
+
+class FakeTrayIcon : public TrayIcon {
+ public:
+  void Add(const QIcon&, const QString& tip) override {
+    There = true;
+    Tip = tip;
+  }
+  void SetTip(const QString& tip) override { Tip = tip; }
+  void Delete() override { There = false; }
+  bool IsThere() const override { return There; }
+  bool There = false;
+  QString Tip;
+};
+
+class FakeKeyboardHook : public KeyboardHook {
+ public:
+  bool Watch(int hotKey) override {
+    Watched = hotKey;
+    return true;
+  }
+  int Watched = -1;
+};
+
+class FakeInstance : public Instance {
+ public:
+  bool Acquire() override { return !Taken; }
+  bool Tell(const QString& word) override {
+    Said << word;
+    return true;
+  }
+  bool Taken = false;
+  QStringList Said;
+};
+
+class FakeCodePage : public CodePage {
+ public:
+  QString Decode(const QByteArray& bytes) const override { return QString::fromUtf8(bytes); }
+  QByteArray Encode(const QString& text) const override { return text.toUtf8(); }
+};
+
+/// A whole outside world of fakes. `platform` owns them until a test hands it to the program; the references stay good
+/// for as long as the platform lives.
+struct FakeWorld {
+  FakeWorld();
+
+  Transcript transcript;
+  Platform platform;
+  FakeVoice& voice;
+  FakeBraille& braille;
+  FakeSound& sound;
+  FakeClock& clock;
+  FakeTimeZone& timeZone;
+  FakeRegistry& registry;
+  FakeProfile& profile;
+  FakeShell& shell;
+  FakeTrayIcon& trayIcon;
+  FakeKeyboardHook& keyboardHook;
+  FakeInstance& instance;
+  FakeCodePage& codePage;
+
+  /// What was heard since the last call.
+  Transcript Heard();
+};
+
+}  // namespace talnik::test

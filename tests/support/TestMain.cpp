@@ -1,0 +1,33 @@
+#include <QApplication>
+#include <QTimer>
+#include <QWidget>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+/// Without a window manager nobody activates the window under a dialog that has closed; this does.
+class Activator : public QObject {
+ public:
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    auto* window = qobject_cast<QWidget*>(watched);
+    if (window && window->isWindow() && event->type() == QEvent::Hide && window->parentWidget()) {
+      QTimer::singleShot(0, window->parentWidget()->window(), [parent = window->parentWidget()->window()] {
+        if (parent->isVisible()) parent->activateWindow();
+      });
+    }
+    return false;
+  }
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM")) qputenv("QT_QPA_PLATFORM", "offscreen");
+  ::testing::InitGoogleTest(&argc, argv);
+  QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  Activator activator;
+  application.installEventFilter(&activator);
+  return RUN_ALL_TESTS();
+}
