@@ -2,6 +2,7 @@
 
 #include "dates/Date.h"
 
+#include <QLocale>
 #include <QStringList>
 
 #include <array>
@@ -14,8 +15,8 @@ struct CalendarNames {
   std::array<QString, 13> month;  ///< 1 is January
 };
 
-/// The names of the locale of the session; Czech on a Czech machine.
-CalendarNames LocaleCalendarNames();
+/// The names of the user's locale; Czech on a Czech machine.
+CalendarNames LocaleCalendarNames(const QLocale& locale = QLocale::system());
 
 /// "15. středa"
 QString DayLine(const Date& date, const CalendarNames& names);
