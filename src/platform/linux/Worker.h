@@ -1,0 +1,96 @@
+#pragma once
+
+#include <QDeadlineTimer>
+
+#include <functional>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <thread>
+#include <utility>
+
+namespace talnik {
+
+/// A descriptor that makes a sleeping thread look up.
+class Wakeup {
+ public:
+  Wakeup();
+  ~Wakeup();
+  Wakeup(const Wakeup&) = delete;
+  Wakeup& operator=(const Wakeup&) = delete;
+
+  void Ring() const;
+  /// Sleeps until Ring, until `other` can be read (-1 for none), or until the deadline.
+  void Sleep(QDeadlineTimer until, int other) const;
+
+ private:
+  int descriptor_;
+};
+
+/// Where the interface's thread leaves its wish for a worker. Only the newest counts: whoever puts one may overwrite
+/// what has not been taken yet. No call but Take ever waits.
+template <class Wish>
+class WishBox {
+ public:
+  /// Lets `change` turn the waiting wish (a fresh one when none waits) into the newest.
+  template <class Change>
+  void Put(Change change) {
+    {
+      const std::scoped_lock lock(mutex_);
+      if (!wish_) wish_.emplace();
+      change(*wish_);
+    }
+    wakeup_.Ring();
+  }
+
+  /// The waiting wish; nothing when the deadline passes, `other` can be read or the box is closed before one comes.
+  std::optional<Wish> Take(QDeadlineTimer until, int other = -1) {
+    if (!IsWaiting() && !IsClosed()) wakeup_.Sleep(until, other);
+    const std::scoped_lock lock(mutex_);
+    return std::exchange(wish_, std::nullopt);
+  }
+
+  bool IsWaiting() const {
+    const std::scoped_lock lock(mutex_);
+    return wish_.has_value();
+  }
+
+  /// No more wishes will come; the one that waits may still be taken.
+  void Close() {
+    {
+      const std::scoped_lock lock(mutex_);
+      closed_ = true;
+    }
+    wakeup_.Ring();
+  }
+
+  bool IsClosed() const {
+    const std::scoped_lock lock(mutex_);
+    return closed_;
+  }
+
+ private:
+  mutable std::mutex mutex_;
+  std::optional<Wish> wish_;
+  bool closed_ = false;
+  Wakeup wakeup_;
+};
+
+/// A thread for talking to a daemon that may never answer. What it works on must be shared, not borrowed: a thread that
+/// is stuck in such a call when the program goes is left behind.
+class Worker {
+ public:
+  /// Starts `work` on the new thread; signals of broken pipes do not reach it.
+  explicit Worker(std::function<void()> work);
+  /// Gives `work`, which must have been told to end, a moment to do so.
+  ~Worker();
+  Worker(const Worker&) = delete;
+  Worker& operator=(const Worker&) = delete;
+
+ private:
+  struct Finish;
+  std::shared_ptr<Finish> finish_;
+  std::thread thread_;
+};
+
+}  // namespace talnik
