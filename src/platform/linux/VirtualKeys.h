@@ -1,0 +1,10 @@
+#pragma once
+
+#include <cstdint>
+
+namespace talnik {
+
+/// The X key symbol of a virtual key code (letters, digits, function keys and the common others); 0 for none.
+std::uint32_t KeySymbol(int virtualKey);
+
+}  // namespace talnik
