@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/ScheduleRecord.h"
+#include "store/StoreRow.h"
 
 #include <QList>
 #include <QString>
@@ -9,9 +10,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-
-struct sqlite3;
-struct sqlite3_stmt;
 
 namespace talnik {
 
@@ -22,7 +20,9 @@ struct Statement {
 };
 
 /// The file of appointments. It is opened at the first use and again after a failure, so that a file that comes back is
-/// found; routines share one Store and see each other's writes at once.
+/// found; a missing, empty or foreign file is never made into a store. Routines share one Store and see each other's
+/// writes at once. Texts are cut to their declared size as they are written; an empty text other than `appointment` is
+/// stored as NULL. No call waits more than a moment for another program that holds the file.
 class Store {
  public:
   explicit Store(QString path);
@@ -42,8 +42,13 @@ class Store {
   /// The number in the first column of the first row; nothing when the statement failed or gave no row.
   std::optional<qint64> Number(const Statement& statement);
 
-  /// Calls `row` for each row of "SELECT * FROM schedule ..." in order, until it returns false. False when it failed.
+  /// Calls `row` for each row of "SELECT ... FROM schedule ..." in order, until it returns false. Columns that are not
+  /// selected are empty in the record. `row` must not write: rows that are to be changed are walked by a Recordset.
+  /// False when it failed.
   bool ForEach(const Statement& statement, const std::function<bool(const ScheduleRecord&)>& row);
+
+  /// The same without making records, for walks over very many rows.
+  bool ForEachRow(const Statement& statement, const std::function<bool(const StoreRow&)>& row);
 
   /// Adds a row. False when it could not be written.
   bool Insert(const ScheduleRecord& record);
@@ -52,7 +57,7 @@ class Store {
   /// none of it. False when none was kept. Nested calls join the outer one.
   bool InTransaction(const std::function<bool()>& work);
 
-  /// Told once for each stretch of failing writes: the text of what went wrong.
+  /// Told once for each stretch of failing writes, outside of any transaction: a sentence for the user.
   std::function<void(const QString& what)> WriteFailed;
 
  private:
