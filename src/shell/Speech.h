@@ -64,6 +64,7 @@ class Speech : public QObject {
   void PlaySound(const QString& path);
 
  private:
+  int Carry(int kind, int code, const QString& text);
   void Speak(const QString& text, bool character, bool append, Voice::Urgency urgency = Voice::Urgency::Text);
 
   Voice* voice_;
@@ -71,6 +72,7 @@ class Speech : public QObject {
   Sound& sound_;
   QString soundFolder_;
   bool spokeInThisTurn_ = false;
+  int progressStep_ = -1;
 };
 
 }  // namespace talnik
