@@ -14,17 +14,16 @@ class IniFile {
   /// What stands in the file; empty when there is none or it cannot be read.
   const IniText& Read(const QString& path) const;
 
-  /// Replaces the file by `text`, in its old encoding, for this user alone when it is new. False when the file had to
-  /// stay: it cannot be read, and so must not be lost, or cannot be written.
+  /// Replaces the file by `text`, in its old encoding and for this user alone. False when the file had to stay: it
+  /// cannot be read, and so must not be lost, or cannot be written.
   bool Replace(const QString& path, const IniText& text) const;
 
  private:
-  struct Stamp;
-  void Refresh(const QString& path) const;
+  void Load(const QString& path) const;
 
   LocaleCodePage codePage_;
   mutable QString path_;
-  mutable QByteArray stamp_;  ///< of the file when it was read; empty when nothing was
+  mutable QByteArray stamp_;  ///< of the file as it was read; empty when it must be read again
   mutable bool readable_ = true;
   mutable QByteArray bytes_;
   mutable IniText text_;

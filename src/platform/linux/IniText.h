@@ -35,7 +35,7 @@ class IniText {
     QString value;
   };
 
-  static Line KeyLine(const QString& section, const QString& key, const QString& value, const QString& lineEnd);
+  static Line Parse(const QString& text, const QString& section);
   std::vector<Line>::const_iterator Find(const QString& section, const QString& key) const;
   void Insert(std::vector<Line>::iterator before, Line line);
 

@@ -3,20 +3,23 @@
 #include "platform/Instance.h"
 
 #include <QLocalServer>
-#include <QLocalSocket>
-#include <QLockFile>
-#include <QObject>
+#include <QString>
 
-#include <memory>
+class QLocalSocket;
 
 namespace talnik {
 
-/// A lock file says who is the one process; a socket beside it takes one word from each connection.
+/// A locked file says who is the one process: the system unlocks it whichever way the process ends. A socket beside it
+/// takes one word, a line, from each connection.
 class SocketInstance : public Instance {
  public:
   /// `folder` stands in for the runtime folder.
   explicit SocketInstance(QString folder = {});
+  ~SocketInstance() override;
+  SocketInstance(const SocketInstance&) = delete;
+  SocketInstance& operator=(const SocketInstance&) = delete;
 
+  /// True also where no folder can be had: a second process is the lesser evil then.
   bool Acquire() override;
   bool Tell(const QString& word) override;
 
@@ -27,7 +30,7 @@ class SocketInstance : public Instance {
   void Hear(QLocalSocket* peer, bool atEnd);
 
   QString folder_;
-  std::unique_ptr<QLockFile> lock_;
+  int lock_ = -1;  ///< the descriptor of the locked file
   QLocalServer server_;
 };
 

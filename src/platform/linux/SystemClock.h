@@ -5,6 +5,7 @@
 #include <QObject>
 
 #include <memory>
+#include <vector>
 
 namespace talnik {
 
@@ -21,10 +22,21 @@ class SystemClock : public Clock {
   void Set(const QDateTime& moment, SetResult done) override;
 
  private:
-  void Send(const QString& connection, const QDateTime& moment, const SetResult& done);
+  struct Request {
+    QDateTime moment;
+    SetResult done;
+  };
+  struct Line;
+
+  void Connect();
+  void Connected(const QString& connection);
+  void Send(const Request& request);
 
   QString busAddress_;
+  QString connection_;  ///< the name of the last one that was made
   QObject context_;
+  std::vector<Request> waiting_;
+  std::shared_ptr<Line> line_;  ///< by which a worker that may outlive us reports
   std::unique_ptr<Worker> connecting_;
 };
 

@@ -10,6 +10,7 @@
 #include <vector>
 
 struct xcb_connection_t;
+struct xcb_key_press_event_t;
 
 namespace talnik {
 
@@ -25,10 +26,9 @@ class XcbKeyboardHook : public QObject, public KeyboardHook, private QAbstractNa
 
  private:
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
+  void KeyEvent(const xcb_key_press_event_t& event);
   bool Grab();
   void Ungrab();
-  bool IsWatched(std::uint8_t keyCode) const;
-  bool KeyEvent(std::uint8_t keyCode, bool pressed);
 
   xcb_connection_t* connection_;
   std::uint32_t root_ = 0;

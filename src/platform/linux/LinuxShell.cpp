@@ -1,0 +1,96 @@
+#include "platform/linux/LinuxShell.h"
+
+#include "platform/linux/IniFile.h"
+#include "platform/linux/PrivateFiles.h"
+#include "platform/linux/UserFolders.h"
+
+#include <QCoreApplication>
+#include <QDesktopServices>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QUrl>
+
+#include <utility>
+
+namespace talnik {
+
+namespace {
+
+const QString DesktopEntry = QStringLiteral("Desktop Entry");
+
+QString AutostartFile() {
+  const QString folder = ConfigHome();
+  return folder.isEmpty() ? QString() : folder + u"/autostart/talnik.desktop";
+}
+
+bool Says(const IniText& entry, const QString& key, QStringView word) {
+  return entry.Value(DesktopEntry, key).value_or(QString()).compare(word, Qt::CaseInsensitive) == 0;
+}
+
+}  // namespace
+
+QString ExecWord(const QString& word) {
+  // The quoting of the command line comes first, the escapes of a text value around it.
+  QString quoted;
+  for (const QChar letter : word) {
+    if (QStringView(u"\"`$\\").contains(letter)) quoted += u'\\';
+    if (letter == u'%') quoted += u'%';
+    quoted += letter;
+  }
+  return u'"' + quoted.replace(u'\\', u"\\\\"_qs) + u'"';
+}
+
+LinuxShell::LinuxShell(QString program) : program_(std::move(program)) {}
+
+QString LinuxShell::Program() const {
+  return program_.isEmpty() ? QCoreApplication::applicationFilePath() : program_;
+}
+
+QString LinuxShell::LocalDataFolder() const {
+  return DataHome();
+}
+
+QString LinuxShell::InstalledFolder() const {
+  const QString beside = QFileInfo(Program()).path();
+  const QString installed = QDir::cleanPath(beside + u"/../share/talnik");
+  const QString staged = beside + u"/share/talnik";
+  return (!QFileInfo(installed).isDir() && QFileInfo(staged).isDir() ? staged : installed) + u'/';
+}
+
+bool LinuxShell::AutostartIsOn() const {
+  const QString path = AutostartFile();
+  if (path.isEmpty()) return false;
+  const IniFile file;
+  const IniText& entry = file.Read(path);
+  const bool named = !entry.Value(DesktopEntry, u"Exec"_qs).value_or(QString()).isEmpty();
+  // Desktops switch an entry off by these two, and leave the file.
+  return named && !Says(entry, u"Hidden"_qs, u"true") && !Says(entry, u"X-GNOME-Autostart-enabled"_qs, u"false");
+}
+
+bool LinuxShell::AutostartOn() {
+  const QString path = AutostartFile();
+  if (path.isEmpty()) return false;
+  const QString entry =
+      u"[Desktop Entry]\n"
+      "Type=Application\n"
+      "Name=Talník\n"
+      "Icon=talnik\n"
+      "Terminal=false\n"
+      "Exec="_qs +
+      ExecWord(Program()) + u" /h\n";
+  return ReplacePrivateFile(path, entry.toUtf8());
+}
+
+bool LinuxShell::AutostartOff() {
+  const QString path = AutostartFile();
+  return path.isEmpty() || !QFileInfo::exists(path) || QFile::remove(path);
+}
+
+bool LinuxShell::Open(const QString& path) {
+  const bool isAddress = path.contains(u"://"_qs) || path.startsWith(u"mailto:"_qs);
+  if (!isAddress && !QFileInfo::exists(path)) return false;
+  return QDesktopServices::openUrl(isAddress ? QUrl(path) : QUrl::fromLocalFile(path));
+}
+
+}  // namespace talnik

@@ -1,0 +1,156 @@
+#include "platform/linux/XcbKeyboardHook.h"
+
+#include "platform/linux/VirtualKeys.h"
+#include "platform/none/None.h"
+
+#include <QGuiApplication>
+#include <QMetaObject>
+
+#include <xcb/xcb.h>
+#include <xcb/xcb_keysyms.h>
+// A member of one of its structures bears the name of a keyword.
+#define explicit explicit_
+#include <xcb/xkb.h>
+#undef explicit
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace talnik {
+
+namespace {
+
+constexpr int ShiftBit = 1;
+constexpr int CtrlBit = 2;
+constexpr int AltBit = 4;
+constexpr std::uint16_t ShiftKeys = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
+/// A grab names the locks that are on as well; Mod2 is Num Lock.
+constexpr std::uint16_t Locks[] = {0, XCB_MOD_MASK_LOCK, XCB_MOD_MASK_2, XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2};
+
+std::uint16_t Modifiers(int hotKey) {
+  const int mask = hotKey >> 16;
+  return static_cast<std::uint16_t>((mask & ShiftBit ? XCB_MOD_MASK_SHIFT : 0) |
+                                    (mask & CtrlBit ? XCB_MOD_MASK_CONTROL : 0) | (mask & AltBit ? XCB_MOD_MASK_1 : 0));
+}
+
+std::vector<std::uint8_t> KeyCodesOf(xcb_connection_t* connection, std::uint32_t symbol) {
+  std::vector<std::uint8_t> codes;
+  if (symbol == 0) return codes;
+  xcb_key_symbols_t* symbols = xcb_key_symbols_alloc(connection);
+  if (!symbols) return codes;
+  xcb_keycode_t* found = xcb_key_symbols_get_keycode(symbols, symbol);
+  for (const xcb_keycode_t* code = found; code && *code != XCB_NO_SYMBOL; ++code) codes.push_back(*code);
+  std::free(found);
+  xcb_key_symbols_free(symbols);
+  return codes;
+}
+
+xcb_connection_t* Display() {
+  // Elsewhere the interface is there and leads nowhere.
+  if (QGuiApplication::platformName() != u"xcb"_qs) return nullptr;
+  auto* display = qGuiApp->nativeInterface<QNativeInterface::QX11Application>();
+  return display ? display->connection() : nullptr;
+}
+
+}  // namespace
+
+XcbKeyboardHook::XcbKeyboardHook(xcb_connection_t* connection) : connection_(connection) {
+  root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
+  qGuiApp->installNativeEventFilter(this);
+}
+
+XcbKeyboardHook::~XcbKeyboardHook() {
+  if (qGuiApp) Ungrab();
+}
+
+bool XcbKeyboardHook::Watch(int hotKey) {
+  Ungrab();
+  hotKey_ = std::max(hotKey, 0);
+  return hotKey_ == 0 || Grab();
+}
+
+bool XcbKeyboardHook::Grab() {
+  keyCodes_ = KeyCodesOf(connection_, KeySymbol(hotKey_ & 0xffff));
+  std::vector<xcb_void_cookie_t> cookies;
+  for (const std::uint8_t code : keyCodes_) {
+    for (const std::uint16_t lock : Locks) {
+      const auto modifiers = static_cast<std::uint16_t>(Modifiers(hotKey_) | lock);
+      cookies.push_back(
+          xcb_grab_key_checked(connection_, 0, root_, modifiers, code, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
+    }
+  }
+  bool taken = keyCodes_.empty();
+  for (const xcb_void_cookie_t cookie : cookies) {
+    xcb_generic_error_t* error = xcb_request_check(connection_, cookie);
+    taken |= error != nullptr;
+    std::free(error);
+  }
+  if (taken) Ungrab();
+  return !taken;
+}
+
+void XcbKeyboardHook::Ungrab() {
+  for (const std::uint8_t code : keyCodes_) {
+    for (const std::uint16_t lock : Locks) {
+      xcb_ungrab_key(connection_, code, root_, static_cast<std::uint16_t>(Modifiers(hotKey_) | lock));
+    }
+  }
+  if (!keyCodes_.empty()) xcb_flush(connection_);
+  keyCodes_.clear();
+  held_ = false;
+}
+
+bool XcbKeyboardHook::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
+  if (hotKey_ == 0 || eventType != "xcb_generic_event_t") return false;
+  const auto* event = static_cast<const xcb_generic_event_t*>(message);
+  switch (event->response_type & 0x7f) {
+    case XCB_KEY_PRESS:
+    case XCB_KEY_RELEASE:
+      KeyEvent(*reinterpret_cast<const xcb_key_press_event_t*>(event));
+      break;
+    case XCB_MAPPING_NOTIFY:
+      // The key may lie elsewhere on the new layout.
+      QMetaObject::invokeMethod(
+          this, [this] { Watch(hotKey_); }, Qt::QueuedConnection);
+      break;
+    default:
+      break;
+  }
+  return false;
+}
+
+void XcbKeyboardHook::KeyEvent(const xcb_key_press_event_t& event) {
+  if (event.event != root_) return;
+  const bool watched = std::find(keyCodes_.begin(), keyCodes_.end(), event.detail) != keyCodes_.end();
+  if ((event.response_type & 0x7f) == XCB_KEY_PRESS) {
+    held_ = watched && (event.state & ShiftKeys) == Modifiers(hotKey_);
+    return;
+  }
+  // Another key that was let go in between, one of the shift keys too, breaks the combination.
+  if (held_ && watched) {
+    QMetaObject::invokeMethod(
+        this,
+        [this] {
+          if (Released) Released();
+        },
+        Qt::QueuedConnection);
+  }
+  held_ = false;
+}
+
+std::unique_ptr<KeyboardHook> MakeKeyboardHook() {
+  if (xcb_connection_t* connection = Display()) return std::make_unique<XcbKeyboardHook>(connection);
+  return std::make_unique<NoneKeyboardHook>();
+}
+
+void EnableDetectableAutoRepeat() {
+  xcb_connection_t* connection = Display();
+  if (!connection) return;
+  const auto answer =
+      xcb_xkb_per_client_flags(connection, XCB_XKB_ID_USE_CORE_KBD, XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT,
+                               XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT, 0, 0, 0);
+  xcb_discard_reply(connection, answer.sequence);
+  xcb_flush(connection);
+}
+
+}  // namespace talnik
