@@ -28,16 +28,16 @@ std::optional<Date> ShiftBySeconds(const Date& date, std::int64_t seconds);
 
 /// What the editor shows when the user wants all of a series changed.
 struct RootEdit {
-  QString title;
-  Date start;
-  std::optional<Date> end;
-  std::optional<Date> alarm;
-  QString rule;
-  QString guid;
-  std::optional<int> status;  ///< of the row that is shown
-  std::optional<Date> origStart;
-  std::optional<Date> origEnd;
-  std::optional<Date> origAlarm;
+  QString title = {};
+  Date start = {};
+  std::optional<Date> end = {};
+  std::optional<Date> alarm = {};
+  QString rule = {};
+  QString guid = {};
+  std::optional<int> status = {};  ///< of the row that is shown
+  std::optional<Date> origStart = {};
+  std::optional<Date> origEnd = {};
+  std::optional<Date> origAlarm = {};
 };
 
 /// Carries text, times, alarm and rule into the root of the series: as they are from the root itself, as shifts from
@@ -46,12 +46,12 @@ bool EditRootEvent(Store& store, const RootEdit& edit);
 
 /// What the editor shows when the rule of its series is changed.
 struct RuleEdit {
-  QString guid;  ///< of the current row
-  QString newRule;
-  QString title;              ///< Text1
-  QString note;               ///< Text2
-  Date start;                 ///< Text3
-  std::optional<Date> alarm;  ///< alarmtime of the current row
+  QString guid = {};  ///< of the current row
+  QString newRule = {};
+  QString title = {};              ///< Text1
+  QString note = {};               ///< Text2
+  Date start = {};                 ///< Text3
+  std::optional<Date> alarm = {};  ///< alarmtime of the current row
 };
 
 /// How a change of rule talks to the user.

@@ -36,10 +36,10 @@ class RecurEvent {
     QString title;
     Date start;
     Date end;
-    std::optional<Date> alarm;
+    std::optional<Date> alarm = {};
     QString rule;
     QString id;
-    std::optional<Date> exceptionTime;
+    std::optional<Date> exceptionTime = {};
   };
 
   void SaveEvent(Event event) { events_.push_back(std::move(event)); }
@@ -52,20 +52,20 @@ class RecurEvent {
 
 /// What spawning depends on besides the series.
 struct SpawnTime {
-  Date now;
+  Date now = {};
   ZoneBiases biases;
   SyncIdList* ids = nullptr;  ///< receives the identities of what is spawned; only a synchronisation has one
 };
 
 /// A series as the spawner is given it.
 struct SpawnSeries {
-  QString title;
-  Date start;
-  std::optional<Date> end;    ///< of the first date; nothing means that it ends when it starts
-  std::optional<Date> alarm;  ///< of the first date; nothing means no alarm on any row
-  QString rule;
-  std::optional<Date> spawnTime;  ///< the date from which ExtendSeries goes on
-  QString id;                     ///< empty: a fresh one is made for the rows of this call
+  QString title = {};
+  Date start = {};
+  std::optional<Date> end = {};    ///< of the first date; nothing means that it ends when it starts
+  std::optional<Date> alarm = {};  ///< of the first date; nothing means no alarm on any row
+  QString rule = {};
+  std::optional<Date> spawnTime = {};  ///< the date from which ExtendSeries goes on
+  QString id = {};                     ///< empty: a fresh one is made for the rows of this call
 };
 
 /// Takes a spawned row; false when it could not be written. Hand in Recordset::AddNew and the open recordset sees the

@@ -27,13 +27,13 @@ class WeekdaySet {
 /// "Z" of UNTIL marks a local time.
 struct RuleText {
   RuleFrequency frequency = RuleFrequency::None;
-  WeekdaySet days;            ///< the day codes of BYDAY
-  int ordinal = 0;            ///< the number in front of a day code ("2TU"); 0 without one
-  int monthDay = 0;           ///< BYMONTHDAY; 0 without it
-  std::int64_t interval = 1;  ///< INTERVAL
-  std::int64_t count = 0;     ///< COUNT; 0 when the series does not end by count
-  bool endsByDate = false;    ///< there is an UNTIL, readable or not
-  std::optional<Date> until;  ///< nothing when UNTIL is no stamp
+  WeekdaySet days = {};            ///< the day codes of BYDAY
+  int ordinal = 0;                 ///< the number in front of a day code ("2TU"); 0 without one
+  int monthDay = 0;                ///< BYMONTHDAY; 0 without it
+  std::int64_t interval = 1;       ///< INTERVAL
+  std::int64_t count = 0;          ///< COUNT; 0 when the series does not end by count
+  bool endsByDate = false;         ///< there is an UNTIL, readable or not
+  std::optional<Date> until = {};  ///< nothing when UNTIL is no stamp
 
   bool EndsByCount() const { return count > 0; }
   bool IsEndless() const { return !endsByDate && !EndsByCount(); }

@@ -9,10 +9,10 @@ namespace talnik {
 
 /// From where and when a rule is walked.
 struct WalkStart {
-  Date start;
-  Date now;                       ///< dates before it are passed over and not counted; exactly now is not past
-  bool addFirst = true;           ///< whether the start itself may be one of the dates
-  std::optional<Date> spawnTime;  ///< an endless series goes on from here instead of from its start
+  Date start = {};
+  Date now = {};                       ///< dates before it are passed over and not counted; exactly now is not past
+  bool addFirst = true;                ///< whether the start itself may be one of the dates
+  std::optional<Date> spawnTime = {};  ///< an endless series goes on from here instead of from its start
 };
 
 struct WalkResult {

@@ -21,8 +21,8 @@ namespace talnik {
 
 /// The rule of the record being edited and its start; the dialog reads them on load and writes them on OK.
 struct RepeatState {
-  QString Repeat_Rule;
-  QString Repeat_StartTime;  ///< local date text
+  QString Repeat_Rule = {};
+  QString Repeat_StartTime = {};  ///< local date text
 };
 
 /// What OpenRepeatEditor needs of the record's form.

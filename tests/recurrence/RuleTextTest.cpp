@@ -1,0 +1,109 @@
+#include "recurrence/RuleText.h"
+
+#include <gtest/gtest.h>
+
+namespace talnik::test {
+
+namespace {
+
+Date At(int year, int month, int day, int hour = 0, int minute = 0) {
+  return Date::FromParts(year, month, day, hour, minute).value();
+}
+
+WeekdaySet Days(std::initializer_list<int> weekdays) {
+  WeekdaySet set;
+  for (const int weekday : weekdays) set.Add(weekday);
+  return set;
+}
+
+struct TextCase {
+  const char* text;
+  RuleText rule;
+};
+
+using F = RuleFrequency;
+
+/// What the dialog writes is also what the reader reads.
+const std::vector<TextCase> kWritten = {
+    {"RRULE:FREQ=DAILY INTERVAL=1 ", {.frequency = F::Daily}},
+    {"RRULE:FREQ=DAILY INTERVAL=2 ", {.frequency = F::Daily, .interval = 2}},
+    {"RRULE:FREQ=WEEKLY BYDAY=MO,WE INTERVAL=1 COUNT=10", {.frequency = F::Weekly, .days = Days({2, 4}), .count = 10}},
+    {"RRULE:FREQ=WEEKLY BYDAY=MO,TU,WE,TH,FR,SA,SU INTERVAL=30 ",
+     {.frequency = F::Weekly, .days = Days({1, 2, 3, 4, 5, 6, 7}), .interval = 30}},
+    {"RRULE:FREQ=WEEKLY  INTERVAL=1 ", {.frequency = F::Weekly}},
+    {"RRULE:FREQ=MONTHLY BYDAY=2TU INTERVAL=1 UNTIL=20241231T123000Z",
+     {.frequency = F::Monthly, .days = Days({3}), .ordinal = 2, .endsByDate = true, .until = At(2024, 12, 31, 12, 30)}},
+    {"RRULE:FREQ=MONTHLY BYMONTHDAY=15 INTERVAL=3 ", {.frequency = F::Monthly, .monthDay = 15, .interval = 3}},
+    {"RRULE:FREQ=YEARLY INTERVAL=1 COUNT=1", {.frequency = F::Yearly, .count = 1}},
+};
+
+/// Texts from elsewhere.
+const std::vector<TextCase> kRead = {
+    {"", {}},
+    {"   ", {}},
+    {" 5.1.2024 08:30:00 5.1.2024 09:30:00 RRULE:FREQ=WEEKLY BYDAY=FR INTERVAL=2",
+     {.frequency = F::Weekly, .days = Days({6}), .interval = 2}},
+    {"RRULE:FREQ=DAILY  UNTIL=20250101", {.frequency = F::Daily, .endsByDate = true}},
+    {"RRULE:FREQ=DAILY UNTIL=20251399T000000Z", {.frequency = F::Daily, .endsByDate = true}},
+    {"RRULE:FREQ=DAILY COUNT=0 INTERVAL=0", {.frequency = F::Daily, .interval = 0}},
+    {"RRULE:FREQ=DAILY COUNT=-3 INTERVAL=x2", {.frequency = F::Daily, .interval = 0}},
+    {"RRULE:FREQ=DAILY COUNT=12abc", {.frequency = F::Daily, .count = 12}},
+    {"RRULE:FREQ=DAILY INTERVAL=99999999999999999999", {.frequency = F::Daily, .interval = 1'000'000'000}},
+    {"RRULE:FREQ=DAILY INTERVAL", {.frequency = F::Daily}},
+    {"RRULE:FREQ=MONTHLY BYDAY=-1FR", {.frequency = F::Monthly, .days = Days({6})}},
+    {"RRULE:FREQ=MONTHLY BYMONTHDAY=5,20", {.frequency = F::Monthly, .monthDay = 5}},
+    {"rrule:freq=daily interval=2", {}},
+    {"FREQ=HOURLY INTERVAL=3", {.interval = 3}},
+};
+
+}  // namespace
+
+TEST(RuleText, WritesWhatItReads) {
+  for (const TextCase& c : kWritten) {
+    EXPECT_EQ(c.rule.Write(), QString::fromLatin1(c.text));
+    EXPECT_EQ(RuleText::Read(QString::fromLatin1(c.text)), c.rule) << c.text;
+  }
+}
+
+TEST(RuleText, ReadsPiecesWhereverTheyStand) {
+  for (const TextCase& c : kRead) EXPECT_EQ(RuleText::Read(QString::fromLatin1(c.text)), c.rule) << c.text;
+}
+
+TEST(RuleText, AnUnreadableUntilStillEndsTheSeriesByDate) {
+  EXPECT_FALSE(RuleText::Read(u"RRULE:FREQ=DAILY UNTIL=20250101"_qs).IsEndless());
+  EXPECT_TRUE(RuleText::Read(u"RRULE:FREQ=DAILY COUNT=0"_qs).IsEndless());
+}
+
+TEST(RuleText, StampsAreLocalTimeWithoutSeconds) {
+  EXPECT_EQ(MakeRuleStamp(Date::FromParts(2024, 12, 31, 9, 5, 59).value()), u"20241231T090500"_qs);
+  EXPECT_EQ(MakeRuleStamp(At(987, 1, 2)), u"9870102T000000"_qs);
+}
+
+TEST(RuleText, ReadsStamps) {
+  const std::vector<std::pair<const char*, const char*>> cases = {{"20240105T083000", "5.1.2024 08:30:00"},
+                                                                  {"20241231T235959Z", "31.12.2024 23:59:59"},
+                                                                  {"20240105T083000Zrubbish", "5.1.2024 08:30:00"},
+                                                                  {"20240105", ""},
+                                                                  {"20240105T08300", ""},
+                                                                  {"20240105 083000", ""},
+                                                                  {"", ""}};
+  for (const auto& [stamp, text] : cases) {
+    EXPECT_EQ(ParseRuleStamp(QString::fromLatin1(stamp)), QString::fromLatin1(text)) << stamp;
+  }
+}
+
+TEST(RuleText, RulesAreTheSameWithoutOuterBlanks) {
+  EXPECT_TRUE(SameRule(u" RRULE:FREQ=DAILY INTERVAL=1 "_qs, u"RRULE:FREQ=DAILY INTERVAL=1"_qs));
+  EXPECT_FALSE(SameRule(u"RRULE:FREQ=DAILY INTERVAL=1"_qs, u"RRULE:FREQ=DAILY  INTERVAL=1"_qs));
+}
+
+TEST(RuleText, CountsAWeekdayWithinItsMonth) {
+  EXPECT_EQ(WeekdayOrdinal(At(2024, 3, 1)), 1);
+  EXPECT_EQ(WeekdayOrdinal(At(2024, 3, 7)), 1);
+  EXPECT_EQ(WeekdayOrdinal(At(2024, 3, 8)), 2);
+  EXPECT_EQ(WeekdayOrdinal(At(2024, 3, 29)), 5);
+  EXPECT_EQ(DayCode(1), u"SU"_qs);
+  EXPECT_EQ(DayCode(6), u"FR"_qs);
+}
+
+}  // namespace talnik::test
