@@ -42,6 +42,10 @@ std::optional<Date> SelectedDate(const ListBox* list, const Date& currentDate);
 bool FindWeekDay(ListBox* list, QLabel* label, const QString& text, bool back, Date& currentDate,
                  const CalendarNames& names);
 
+/// What a letter typed in the list looks for: "p" and "s" wait in `dayPrefix` for the letter behind them, which gives
+/// the text of a weekday for FindWeekDay. Nothing for other keys and for "p" and "s" themselves.
+std::optional<QString> WeekDayOfLetter(QString& dayPrefix, int key);
+
 /// Adds a digit to the last two typed and gives the index of the line they name (0 names the first line too); nothing
 /// when the month is too short for it.
 std::optional<int> LineOfDigits(QString& digitBuffer, QChar digit, int lineCount);
