@@ -1,20 +1,16 @@
 #pragma once
 
-#include <QHash>
-#include <QList>
 #include <QObject>
-#include <QSet>
 #include <QString>
 
 #include <functional>
 #include <memory>
 
 class QWidget;
-class QKeyEvent;
 
 namespace talnik {
 
-/// One key as the handlers see it.
+/// One key as the handlers see it. Both Enter keys are Key_Return (keypad tells them apart), and Shift+Tab is Key_Tab.
 struct Key {
   int code = 0;                 ///< Qt::Key
   Qt::KeyboardModifiers shift;  ///< Shift, Ctrl and Alt as they stood at the press
@@ -34,10 +30,16 @@ using KeyHandler = std::function<void(Key&)>;
 using Handler = std::function<void()>;
 
 /// The order of events that all windows of the program rely on. For a control with the focus, a key runs
-///   form's KeyDown, control's KeyDown, control's KeyPress (typed characters only), the control's own work,
+///   form's KeyDown, control's KeyDown, control's KeyPress (typed characters, Enter, Escape, Backspace), own work,
 /// and at the release form's KeyUp, control's KeyUp, once a press, however long the key was held, and only in the
 /// window that saw the press. A key that a handler swallows goes no farther down that line, and its own work is not
-/// done. GotFocus and LostFocus run after the focus has moved, in that order of handlers in which they were added.
+/// done; its KeyUp comes all the same. A held key that closed a window or chose a menu item does nothing in the window
+/// below until it is pressed anew.
+///
+/// GotFocus runs after the focus has moved to the control: within the window, when the user comes back to the window
+/// from another one, and when Escape has closed a menu over it. LostFocus runs before it, for the control that had the
+/// focus in this window; leaving for another window or a menu is no LostFocus. Handlers run in the order in which they
+/// were added; they may close or delete the control and the window.
 class ControlEvents : public QObject {
   Q_OBJECT
 
@@ -54,11 +56,14 @@ class ControlEvents : public QObject {
   void GotFocus(QWidget* control, Handler handler);
   void LostFocus(QWidget* control, Handler handler);
 
-  bool eventFilter(QObject* watched, QEvent* event) override;
+  /// True while a GotFocus runs because the user came back to a control that he had not left for another one of this
+  /// window.
+  bool ComingBack() const;
 
  private:
   struct Impl;
-  std::unique_ptr<Impl> impl_;
+  friend class KeyOrder;
+  std::shared_ptr<Impl> impl_;
 };
 
 }  // namespace talnik

@@ -25,6 +25,10 @@ class ListBox : public QListWidget {
 
  Q_SIGNALS:
   void Click();
+
+ protected:
+  void mousePressEvent(QMouseEvent* event) override;
+  void focusInEvent(QFocusEvent* event) override;
 };
 
 }  // namespace talnik

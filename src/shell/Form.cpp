@@ -1,0 +1,153 @@
+#include "shell/Form.h"
+
+#include <QGuiApplication>
+#include <QLabel>
+#include <QLayout>
+#include <QPointer>
+#include <QScreen>
+#include <QScrollArea>
+#include <QVBoxLayout>
+#include <QVariant>
+
+#include <algorithm>
+#include <cmath>
+
+namespace talnik {
+
+namespace {
+
+constexpr int FormPoints = 20;
+
+double Luminance(const QColor& color) {
+  const auto linear = [](double part) {
+    return part <= 0.03928 ? part / 12.92 : std::pow((part + 0.055) / 1.055, 2.4);
+  };
+  return 0.2126 * linear(color.redF()) + 0.7152 * linear(color.greenF()) + 0.0722 * linear(color.blueF());
+}
+
+double Contrast(const QColor& one, const QColor& other) {
+  const double a = Luminance(one);
+  const double b = Luminance(other);
+  return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+/// As far from `fore` towards `back` as reads well still; `fore` itself where it reads no better.
+QColor Subdued(const QColor& fore, const QColor& back) {
+  constexpr double readable = 7.0;
+  for (int percent = 50; percent > 0; percent -= 5) {
+    const auto mix = [percent](int a, int b) { return a + (b - a) * percent / 100; };
+    const QColor mixed(mix(fore.red(), back.red()), mix(fore.green(), back.green()), mix(fore.blue(), back.blue()));
+    if (Contrast(mixed, back) >= readable) return mixed;
+  }
+  return fore;
+}
+
+QString LookSheet(const CommonSettings& look) {
+  // A disabled control is told by its dashed frame too, the focus by the exchanged colours or a thick frame.
+  const QString sheet =
+      uR"(
+    QWidget { background-color: %back; color: %fore; }
+    QWidget:disabled { color: %dim; }
+    QLineEdit, QPlainTextEdit, QListView, QComboBox, QAbstractSpinBox, QPushButton {
+      border: 2px solid %fore; selection-background-color: %fore; selection-color: %back; }
+    QLineEdit:focus, QPlainTextEdit:focus, QListView:focus, QComboBox:focus, QAbstractSpinBox:focus {
+      border: 5px solid %fore; }
+    QPushButton { padding: 4px 14px; }
+    QPushButton:focus { background-color: %fore; color: %back; border: 5px double %back; }
+    QLineEdit:disabled, QPlainTextEdit:disabled, QListView:disabled, QComboBox:disabled, QAbstractSpinBox:disabled,
+    QPushButton:disabled { border: 2px dashed %dim; }
+    QListView::item:selected { background-color: %fore; color: %back; }
+    QComboBox QAbstractItemView { border: 2px solid %fore; selection-background-color: %fore; selection-color: %back; }
+    QCheckBox, QRadioButton { padding: 3px; border: 2px solid %back; }
+    QCheckBox:focus, QRadioButton:focus { border: 2px solid %fore; }
+    QCheckBox::indicator, QRadioButton::indicator { width: 22px; height: 22px; border: 3px solid %fore;
+      background-color: %back; }
+    QRadioButton::indicator { border-radius: 14px; }
+    QCheckBox::indicator:checked, QRadioButton::indicator:checked { background-color: %fore; }
+    QCheckBox::indicator:disabled, QRadioButton::indicator:disabled { border: 3px dashed %dim; }
+    QTabBar::tab { border: 2px solid %fore; padding: 4px 14px; }
+    QTabBar::tab:selected { background-color: %fore; color: %back; }
+    QToolTip { background-color: %back; color: %fore; border: 2px solid %fore; }
+    QScrollBar { background-color: %back; border: 1px solid %fore; }
+    QScrollBar::handle { background-color: %fore; }
+  )"_qs;
+  return QString(sheet)
+      .replace(u"%back"_qs, look.BackColor.name())
+      .replace(u"%fore"_qs, look.ForeColor.name())
+      .replace(u"%dim"_qs, Subdued(look.ForeColor, look.BackColor).name());
+}
+
+/// Moves all of a window that is larger than the screen into a view that follows the focus.
+void PutIntoScrollArea(QWidget* window) {
+  const QPointer<QWidget> focus = window->focusWidget();
+  auto* inside = new QWidget;
+  auto* area = new QScrollArea(window);
+  area->setFocusPolicy(Qt::NoFocus);
+  area->setFrameShape(QFrame::NoFrame);
+  area->setWidgetResizable(true);
+  inside->setLayout(window->layout());
+  area->setWidget(inside);
+  auto* around = new QVBoxLayout(window);
+  around->setContentsMargins(0, 0, 0, 0);
+  around->addWidget(area);
+  if (focus) focus->setFocus();
+  QObject::connect(qApp, &QGuiApplication::focusObjectChanged, area, [area](QObject* now) {
+    auto* control = qobject_cast<QWidget*>(now);
+    if (control && area->isAncestorOf(control)) area->ensureWidgetVisible(control);
+  });
+}
+
+}  // namespace
+
+Form::Form(FormServices& services, const QString& name, int tag, QWidget* parent)
+    : QDialog(parent), services_(services), events_(this) {
+  setObjectName(name);
+  SetTag(tag);
+  ApplyLook(this, services.look, FormPoints);
+}
+
+int Form::Tag() const {
+  return property("windowTag").toInt();
+}
+
+void Form::SetTag(int tag) {
+  SetFormTag(this, tag);
+}
+
+int Form::ShowModal() {
+  constexpr int windowFrame = 40;
+  ensurePolished();
+  const QRect available = screen()->availableGeometry();
+  const QSize largest = available.size() - QSize(windowFrame / 2, windowFrame);
+  if (layout()) {
+    layout()->activate();
+    const QSize needed = minimumSizeHint();
+    if (needed.width() > largest.width() || needed.height() > largest.height()) PutIntoScrollArea(this);
+  }
+  const QSize size = sizeHint().expandedTo(this->size()).boundedTo(largest);
+  resize(size);
+  move(available.center() - rect().center());
+  return exec();
+}
+
+void NameControl(QWidget* control, const QString& objectName, const QString& accessibleName) {
+  control->setObjectName(objectName);
+  if (!accessibleName.isEmpty()) control->setAccessibleName(accessibleName);
+}
+
+void SetControlId(QWidget* control, int id) {
+  control->setProperty("controlId", id);
+}
+
+void SetFormTag(QWidget* window, int tag) {
+  window->setProperty("windowTag", tag);
+}
+
+void ApplyLook(QWidget* window, const CommonSettings& look, int points) {
+  QFont font(u"Arial"_qs);
+  font.setPointSize(points);
+  window->setFont(font);
+  window->setStyleSheet(LookSheet(look));
+}
+
+}  // namespace talnik

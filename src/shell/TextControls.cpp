@@ -1,0 +1,35 @@
+#include "shell/TextControls.h"
+
+#include <QMouseEvent>
+
+namespace talnik {
+
+ListBox::ListBox(QWidget* parent) : QListWidget(parent) {
+  setSelectionMode(SingleSelection);
+  setUniformItemSizes(true);
+  connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
+    if (row >= 0) Q_EMIT Click();
+  });
+}
+
+QString ListBox::Line(int index) const {
+  const QListWidgetItem* line = item(index);
+  return line ? line->text() : QString();
+}
+
+void ListBox::mousePressEvent(QMouseEvent* event) {
+  const int before = currentRow();
+  QListWidget::mousePressEvent(event);
+  const bool onLine = itemAt(event->position().toPoint()) != nullptr;
+  if (event->button() == Qt::LeftButton && onLine && currentRow() == before) Q_EMIT Click();
+}
+
+void ListBox::focusInEvent(QFocusEvent* event) {
+  // The list of the toolkit would select its first line by itself.
+  const bool hadSelection = currentRow() >= 0;
+  const QSignalBlocker quiet(hadSelection ? nullptr : this);
+  QListWidget::focusInEvent(event);
+  if (!hadSelection) setCurrentRow(-1);
+}
+
+}  // namespace talnik
