@@ -32,6 +32,7 @@ class EditControl {
   virtual QWidget* Widget() const = 0;
 };
 
+/// A field that hides what is typed shows stars here too, so that nothing of it is ever spoken.
 std::unique_ptr<EditControl> MakeEditControl(QLineEdit* edit);
 std::unique_ptr<EditControl> MakeEditControl(QPlainTextEdit* edit);
 
@@ -56,7 +57,10 @@ class cStandardEditBox {
   EditControl& Control() const { return *control_; }
 
  private:
+  bool IsSingleLine() const { return !control_->MultiLine(); }
   void SpeakDeletion(bool forward);
+  void SendLineToBraille();
+  void SpeakMove(const Key& key, const QString& text);
 
   std::unique_ptr<EditControl> control_;
   Speech& speech_;
@@ -78,9 +82,13 @@ class cStandardTextBox : public QObject {
 
   int Flags = 0;
   void AddRoleBraille(int role) { my_EditBox_->AddRoleBraille(role); }
+  void my_EditBox_ProduceOutput(int kind, int code, const QString& text) { speech_.VoiceCommand(kind, code, text); }
 
  private:
-  void Initialize(std::unique_ptr<EditControl> control, ControlEvents& events, Speech& speech);
+  void Initialize(std::unique_ptr<EditControl> control, ControlEvents& events);
+  void ResizeType(const Key& key);
+
+  Speech& speech_;
   std::unique_ptr<cStandardEditBox> my_EditBox_;
 };
 
@@ -96,7 +104,11 @@ class cStandardComboBox : public QObject {
  public:
   cStandardComboBox(QComboBox* combo, ControlEvents& events, Speech& speech);
 
+  int Flags = 0;
+  void my_EditBox_ProduceOutput(int kind, int code, const QString& text) { speech_.VoiceCommand(kind, code, text); }
+
  private:
+  Speech& speech_;
   std::unique_ptr<cStandardEditBox> my_EditBox_;
 };
 
