@@ -2,6 +2,7 @@
 
 #include "dates/MonthLines.h"
 #include "shell/Form.h"
+#include "timetools/FocusSpeech.h"
 
 #include <array>
 #include <memory>
@@ -23,8 +24,8 @@ class frmPickDate : public Form {
   frmPickDate(FormServices& services, const CalendarNames& names, int tag, QWidget* parent = nullptr);
   ~frmPickDate() override;
 
-  /// Shows the window modally on the day of `date`, with its hour and minute if `withTime`, with "00" otherwise.
-  void Open(const Date& date, bool withTime);
+  /// Shows the window modally on the day of `date`, with its hour and minute.
+  void Open(const Date& date);
 
   bool Cancelled = true;  ///< cleared by cmdOK
   Date Chosen;            ///< the date and time, when not cancelled
@@ -45,23 +46,25 @@ class frmPickDate : public Form {
   void List1_KeyDown(Key& key);
   void List1_KeyPress(Key& key);
   void List1_KeyUp(Key& key);
-  void MoveWeek(bool forward);
-  void MoveMonth(bool forward, bool byYear);
   void WalkOverEdge(bool forward);
-  void SearchWeekDay(const QString& text, bool back);
-  void MoveEaster(bool forward);
+  void MoveWeek(bool forward);
+  bool MoveMonth(bool forward, bool byYear);
+  void MoveAndSayMonth(bool forward, bool byYear);
+  void SearchWeekDay(int key, bool back);
+  void MoveToEaster(bool forward);
+  void Show(const Date& date);
   void ShowDate(const Date& date);
-  void SayMonthIfChanged(const QString& before);
+  QString DayAndMonth() const;
   void cmdOK_Click();
 
   const CalendarNames& names_;
+  OpeningTitle title_;
   std::unique_ptr<TimeFieldPair> fields_;
-  Date CurrentDate;
-  QString DigitBuffer;
-  QString DayPrefix;
-  bool SuppressClick = false;
-  bool SkipKeyUp = false;
-  bool TitleOnFocus = true;
+  Date currentDate_;  ///< a date in the month on show
+  QString digitBuffer_;
+  QString dayPrefix_;
+  bool suppressClick_ = false;
+  bool skipKeyUp_ = false;
 };
 
 }  // namespace talnik

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/Form.h"
+#include "timetools/FocusSpeech.h"
 
 #include <array>
 #include <functional>
@@ -43,11 +44,11 @@ class frmSetSysDate : public Form {
 
  private:
   void BuildControls();
-  void ConnectField(int field);
+  void ConnectField(const QLabel* label, int field);
   void cmdSet_Click();
 
   std::function<void(const Date&)> showDate_;
-  bool titleOnFocus_ = true;
+  OpeningTitle title_;
   bool settingClock_ = false;
 };
 

@@ -3,10 +3,12 @@
 #include "dates/MonthLines.h"
 #include "shell/Form.h"
 #include "timetools/Countdown.h"
+#include "timetools/FocusSpeech.h"
 #include "timetools/TimeEntry.h"
 
 #include <array>
 #include <functional>
+#include <memory>
 
 class QLabel;
 class QLineEdit;
@@ -62,6 +64,7 @@ class frmSetSysTime : public Form {
   TimeEntry& entry_;
   Countdown& countdown_;
   AlarmShifter shiftAlarm_;
+  OpeningTitle title_;
   std::unique_ptr<TimeFieldPair> fields_;
   bool settingClock_ = false;
 };

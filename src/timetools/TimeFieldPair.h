@@ -1,0 +1,52 @@
+#pragma once
+
+#include "shell/ControlEvents.h"
+#include "shell/Speech.h"
+#include "timetools/FocusSpeech.h"
+#include "timetools/SpinTimeField.h"
+
+#include <QString>
+
+#include <array>
+
+class QLineEdit;
+
+namespace talnik {
+
+/// An hour field and a minute field that belong together: digits, spinning and what is said of them. The fields belong
+/// to the form of `events` and outlive the pair.
+class TimeFieldPair {
+ public:
+  enum class SpinSpeech { AtRelease, AtEachChange };
+
+  TimeFieldPair(std::array<QLineEdit*, 2> fields, ControlEvents& events, Speech& speech, OpeningTitle& title,
+                SpinSpeech spinSpeech);
+
+  QString Hours() const;
+  QString Minutes() const;
+  /// Both fields empty.
+  bool Empty() const { return Hours().isEmpty() && Minutes().isEmpty(); }
+  void Set(const QString& hours, const QString& minutes);
+  void SetFocus(int field);
+
+ private:
+  void Connect(int field, ControlEvents& events);
+  void GotFocus(int field);
+  void KeyDown(int field, Key& key);
+  void KeyPress(int field, Key& key);
+  void KeyUp(int field, Key& key);
+  void TypeDigit(int field, QChar digit);
+  void SayCharacterAtCaret(int field);
+  QLineEdit* Field(int field) const { return fields_.at(static_cast<std::size_t>(field)); }
+
+  std::array<QLineEdit*, 2> fields_;
+  Speech& speech_;
+  OpeningTitle& title_;
+  SpinSpeech spinSpeech_;
+  bool movedByDigit_ = false;
+};
+
+/// "hodin:" and "minut:", the names of the two fields.
+QString TimeFieldName(int field);
+
+}  // namespace talnik
