@@ -6,7 +6,7 @@ namespace talnik::statements {
 
 /// The statements of the system. Every value from a user or a file is bound; "day" drops the time of its argument. Rows
 /// that are equal in the order come in the order in which they were added. A series is found by the part of a guid
-/// before its "_"; where that is empty, only rows without a guid belong to it.
+/// before its "_"; an empty one finds no row.
 
 Statement All();                                              ///< every row
 Statement AllByStart();                                       ///< every row, ORDER BY apptime

@@ -19,4 +19,7 @@ QString StripAtNul(const QString& text);
 /// The part of a guid before its first "_", without "#": what all rows of one series share.
 QString SeriesBase(const QString& guid);
 
+/// The text cut to `size` characters, never within a surrogate pair.
+QString CutToSize(const QString& text, qsizetype size);
+
 }  // namespace talnik

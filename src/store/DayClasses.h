@@ -1,0 +1,29 @@
+#pragma once
+
+#include <array>
+
+namespace talnik {
+
+/// No index can answer "which events touch this day" by itself, because an event may have begun at any time before.
+/// So the rows are parted by how long they last: for each class a partial index by start needs to be read only from
+/// that long before the day. Every row with a start or an end lies in at least one class.
+struct DayClass {
+  const char* index;  ///< name
+  const char* rows;   ///< condition of the partial index; a query must repeat it letter by letter
+  const char* reach;  ///< days before the day that an event of the class can have begun, and a little; "" has no limit
+};
+
+/// Events that end at or after their start.
+inline constexpr std::array<DayClass, 5> kDayClasses = {{
+    {"schedule_day1", "appdur>=apptime AND appdur-apptime<=1", "1.001"},
+    {"schedule_day8", "appdur-apptime>1 AND appdur-apptime<=8", "8.001"},
+    {"schedule_day64", "appdur-apptime>8 AND appdur-apptime<=64", "64.001"},
+    {"schedule_day512", "appdur-apptime>64 AND appdur-apptime<=512", "512.001"},
+    {"schedule_daylong", "appdur-apptime>512", ""},
+}};
+
+/// What lacks one of the two or ends before it starts: by start, and by end.
+inline constexpr const char* kOddByStart = "appdur<apptime OR appdur IS NULL";
+inline constexpr const char* kOddByEnd = "appdur<apptime OR apptime IS NULL";
+
+}  // namespace talnik

@@ -1,0 +1,107 @@
+#include "store/Schema.h"
+
+#include "store/DayClasses.h"
+
+#include <QHash>
+#include <QList>
+
+#include <sqlite3.h>
+
+namespace talnik {
+
+namespace {
+
+struct SchemaIndex {
+  QByteArray name;
+  QByteArray sql;
+};
+
+QList<SchemaIndex> Indexes() {
+  QList<SchemaIndex> indexes;
+  const auto add = [&indexes](const QByteArray& name, const QByteArray& columns, const QByteArray& rows) {
+    const QByteArray where = rows.isEmpty() ? QByteArray() : " WHERE " + rows;
+    indexes.append({name, "CREATE INDEX " + name + " ON schedule(" + columns + ")" + where});
+  };
+  for (const DayClass& day : kDayClasses) add(day.index, "apptime,appdur,status", day.rows);
+  add("schedule_odd_start", "apptime,appdur,status", kOddByStart);
+  add("schedule_odd_end", "appdur,apptime,status", kOddByEnd);
+  add("schedule_start", "apptime,status", "");
+  add("schedule_guid", "guid,status", "");
+  add("schedule_odd_guid", "guid", OddGuid());
+  add("schedule_pending", "alarmtime,alarm DESC", "alarmtime IS NOT NULL AND coalesce(alarmfired,0)=0");
+  add("schedule_alarmtime", "alarmtime", "alarmtime IS NOT NULL");
+  add("schedule_alarm", "apptime", "alarm<>0");
+  add("schedule_sound", "wav", "wav<>''");
+  add("schedule_roots", "apptime", "status=9");
+  add("schedule_spawntime", "spawntime", "status=9 AND spawntime IS NOT NULL");
+  add("schedule_exceptions", "apptime", "status IN (2,8)");
+  add("schedule_no_status", "status", "status IS NULL");
+  return indexes;
+}
+
+bool Run(sqlite3* db, const char* sql) {
+  return sqlite3_exec(db, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
+}
+
+/// Name and text of what is there; nothing is found where the file cannot be read.
+QHash<QByteArray, QByteArray> Pairs(sqlite3* db, const char* sql) {
+  QHash<QByteArray, QByteArray> pairs;
+  sqlite3_exec(
+      db, sql,
+      [](void* result, int, char** values, char**) {
+        static_cast<QHash<QByteArray, QByteArray>*>(result)->insert(values[0], values[1]);
+        return 0;
+      },
+      &pairs, nullptr);
+  return pairs;
+}
+
+bool HasAllColumns(sqlite3* db) {
+  const auto columns = Pairs(db, "SELECT lower(name),type FROM pragma_table_info('schedule')");
+  for (const SchemaColumn& column : kColumns) {
+    if (!columns.contains(column.name)) return false;
+  }
+  return true;
+}
+
+bool MakeIndexes(sqlite3* db, const QList<SchemaIndex>& missing) {
+  if (!Run(db, "BEGIN IMMEDIATE")) return false;
+  bool made = true;
+  for (const SchemaIndex& index : missing) {
+    made = made && Run(db, QByteArray("DROP INDEX IF EXISTS " + index.name)) && Run(db, index.sql);
+  }
+  if (made && Run(db, "COMMIT")) return true;
+  Run(db, "ROLLBACK");
+  return false;
+}
+
+}  // namespace
+
+QByteArray OddGuid() {
+  const QByteArray digits = QByteArray("[0-9a-f]").repeated(32);
+  const QByteArray bytes = "length(CAST(guid AS BLOB))";
+  // A stamp is far shorter than 31 bytes, and 31 leave no room for another identity behind the "_".
+  return "NOT (" + bytes + "=32 AND guid GLOB '" + digits + "' OR " + bytes + " BETWEEN 34 AND 64 AND guid GLOB '" +
+         digits + "_*')";
+}
+
+QByteArray CreateTableSql() {
+  QByteArray columns;
+  for (const SchemaColumn& column : kColumns) {
+    columns += columns.isEmpty() ? "" : ",";
+    columns += QByteArray(column.name) + ' ' + column.type;
+  }
+  return "CREATE TABLE schedule(" + columns + ")";
+}
+
+bool EnsureIndexes(sqlite3* db) {
+  const auto present = Pairs(db, "SELECT name,sql FROM sqlite_schema WHERE type='index'");
+  QList<SchemaIndex> missing;
+  for (const SchemaIndex& index : Indexes()) {
+    if (present.value(index.name) != index.sql) missing.append(index);
+  }
+  if (missing.isEmpty()) return true;
+  return HasAllColumns(db) && MakeIndexes(db, missing);
+}
+
+}  // namespace talnik
