@@ -1,7 +1,10 @@
 #include "timetools/frmDingPeriod.h"
 
+#include "shell/Texts.h"
+#include "shell/VoiceDialog.h"
 #include "shell/cSetting.h"
 #include "shell/cStandardEditBox.h"
+#include "timetools/ChooseFile.h"
 
 #include <QCheckBox>
 #include <QGridLayout>
@@ -11,19 +14,16 @@
 #include <QPushButton>
 #include <QRadioButton>
 
-#include <utility>
-
 namespace talnik {
 namespace {
 
 constexpr int DingPeriodTag = 1714;
-constexpr int OpenSoundFile = 14;
 constexpr std::size_t PeriodOff = 3;
 
 }  // namespace
 
-frmDingPeriod::frmDingPeriod(FormServices& services, FileChooser chooseFile, QWidget* parent)
-    : Form(services, u"frmDingPeriod"_qs, DingPeriodTag, parent), chooseFile_(std::move(chooseFile)) {
+frmDingPeriod::frmDingPeriod(FormServices& services, Registry& registry, QWidget* parent)
+    : Form(services, u"frmDingPeriod"_qs, DingPeriodTag, parent), registry_(registry) {
   setWindowTitle(tr("Oznamování času"));
   BuildControls();
 }
@@ -49,7 +49,7 @@ void frmDingPeriod::BuildControls() {
   Text1 = new QLineEdit(this);
   cmdBrowse = new QPushButton(tr("Procházet..."), this);
   chkVoice = new QCheckBox(tr("Hlas"), this);
-  cmdOK = new QPushButton(tr("&OK"), this);
+  cmdOK = new QPushButton(SharedText(TextId::OK), this);
   cmdCancel = new QPushButton(tr("Storno"), this);
   NameControl(lbSndName, u"lbSndName"_qs);
   NameControl(Text1, u"Text1"_qs);
@@ -65,7 +65,7 @@ void frmDingPeriod::BuildControls() {
   grid->addWidget(cmdOK, 4, 0);
   grid->addWidget(cmdCancel, 4, 1);
   cmdOK->setDefault(true);
-  cmdBrowse->setEnabled(static_cast<bool>(chooseFile_));
+  cmdBrowse->setEnabled(static_cast<bool>(dialogs().PickFile));
   for (QAbstractButton* button : std::initializer_list<QAbstractButton*>{cmdBrowse, chkVoice, cmdOK, cmdCancel})
     LetButtonSpeak(button, events(), speech(), title_);
 
@@ -96,7 +96,8 @@ void frmDingPeriod::Open() {
 
 void frmDingPeriod::cmdBrowse_Click() {
   const QString folder = services().look.FamilyFolderWithSlash() + u"sound"_qs;
-  const QString path = chooseFile_(OpenSoundFile, u"*.wav||"_qs + folder + u'|' + tr("Otevřít"));
+  const QString fields = u"*.wav||"_qs + folder + u'|' + SharedText(TextId::Open);
+  const QString path = ChooseFile(dialogs(), registry_, Dialogs::SoundFile, fields);
   if (!path.isEmpty()) Text1->setText(path);
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/Registry.h"
 #include "shell/Form.h"
-#include "timetools/FileChooser.h"
 #include "timetools/FocusSpeech.h"
 
 #include <array>
@@ -20,8 +20,8 @@ class frmDingPeriod : public Form {
   Q_OBJECT
 
  public:
-  /// `chooseFile` picks the sound; without it the path can be typed only.
-  frmDingPeriod(FormServices& services, FileChooser chooseFile, QWidget* parent = nullptr);
+  /// The registry hands over the sound that was picked.
+  frmDingPeriod(FormServices& services, Registry& registry, QWidget* parent = nullptr);
 
   /// Shows the window modally with the period and the sound of the settings.
   void Open();
@@ -42,7 +42,7 @@ class frmDingPeriod : public Form {
   void cmdBrowse_Click();
   void cmdOK_Click();
 
-  FileChooser chooseFile_;
+  Registry& registry_;
   OpeningTitle title_;
 };
 

@@ -1,16 +1,16 @@
 #include "timetools/frmLapTime.h"
 
 #include "shell/TextControls.h"
+#include "shell/Texts.h"
 #include "shell/VoiceDialog.h"
 #include "shell/cStandardEditBox.h"
+#include "timetools/ChooseFile.h"
 
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QSaveFile>
 #include <QVBoxLayout>
-
-#include <utility>
 
 namespace talnik {
 namespace {
@@ -27,12 +27,12 @@ bool WriteFile(const QString& path, const QByteArray& bytes) {
 }  // namespace
 
 frmLapTime::frmLapTime(FormServices& services, const QList<Lap>& laps, const StopWatchFields& fields,
-                       const CodePage& codePage, FileChooser chooseFile, QWidget* parent)
+                       Registry& registry, const CodePage& codePage, QWidget* parent)
     : Form(services, u"frmLapTime"_qs, LapTimeTag, parent),
       laps_(laps),
       fields_(fields),
-      codePage_(codePage),
-      chooseFile_(std::move(chooseFile)) {
+      registry_(registry),
+      codePage_(codePage) {
   setWindowTitle(tr("Mezičasy"));
   BuildControls();
   ConnectList();
@@ -57,7 +57,7 @@ void frmLapTime::BuildControls() {
   NameControl(Command1, u"Command1"_qs);
   NameControl(cmdStorno, u"cmdStorno"_qs);
   Command1->setAutoDefault(true);
-  Command1->setEnabled(static_cast<bool>(chooseFile_));
+  Command1->setEnabled(static_cast<bool>(dialogs().PickFile));
   for (QPushButton* button : {Command1, cmdStorno}) {
     column->addWidget(button);
     LetButtonSpeak(button, events(), speech(), title_);
@@ -108,7 +108,7 @@ void frmLapTime::List1_Click() {
 }
 
 void frmLapTime::Command1_Click() {
-  const QString path = chooseFile_(Dialogs::SaveFile, u"*.*|||"_qs + tr("Uložit"));
+  const QString path = ChooseFile(dialogs(), registry_, Dialogs::SaveFile, u"*.*|||"_qs + SharedText(TextId::Save));
   if (path.isEmpty()) return;
   if (!WriteFile(path, codePage_.Encode(LapFileText(laps_, fields_))))
     dialogs().Warn(tr("Soubor se nepodařilo uložit: ") + path);

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "platform/CodePage.h"
+#include "platform/Registry.h"
 #include "shell/Form.h"
-#include "timetools/FileChooser.h"
 #include "timetools/FocusSpeech.h"
 #include "timetools/StopWatch.h"
 
@@ -20,8 +20,8 @@ class frmLapTime : public Form {
 
  public:
   /// `fields` is the stopwatch's display, saved as the final time.
-  frmLapTime(FormServices& services, const QList<Lap>& laps, const StopWatchFields& fields, const CodePage& codePage,
-             FileChooser chooseFile, QWidget* parent = nullptr);
+  frmLapTime(FormServices& services, const QList<Lap>& laps, const StopWatchFields& fields, Registry& registry,
+             const CodePage& codePage, QWidget* parent = nullptr);
 
   /// Shows the window modally.
   void Open();
@@ -44,8 +44,8 @@ class frmLapTime : public Form {
 
   const QList<Lap>& laps_;
   const StopWatchFields& fields_;
+  Registry& registry_;
   const CodePage& codePage_;
-  FileChooser chooseFile_;
   OpeningTitle title_;
 };
 

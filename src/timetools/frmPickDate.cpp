@@ -2,6 +2,7 @@
 
 #include "dates/Easter.h"
 #include "shell/TextControls.h"
+#include "shell/Texts.h"
 #include "timetools/FocusSpeech.h"
 #include "timetools/MonthList.h"
 #include "timetools/TimeFieldPair.h"
@@ -30,7 +31,7 @@ void frmPickDate::BuildControls() {
   List1 = new ListBox(this);
   Command2 = new QPushButton(u"<"_qs, this);
   Command4 = new QPushButton(u">"_qs, this);
-  cmdOK = new QPushButton(tr("&OK"), this);
+  cmdOK = new QPushButton(SharedText(TextId::OK), this);
   cmdCancel = new QPushButton(tr("Storno"), this);
   Label1->setBuddy(List1);
   NameControl(Label1, u"Label1"_qs);

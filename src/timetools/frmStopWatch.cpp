@@ -41,12 +41,10 @@ void ShowText(QLineEdit* edit, const QString& text) {
 
 }  // namespace
 
-frmStopWatch::frmStopWatch(FormServices& services, Registry& registry, const CodePage& codePage, FileChooser chooseFile,
-                           QWidget* parent)
+frmStopWatch::frmStopWatch(FormServices& services, Registry& registry, const CodePage& codePage, QWidget* parent)
     : Form(services, u"frmStopWatch"_qs, StopWatchTag, parent),
       registry_(registry),
       codePage_(codePage),
-      chooseFile_(std::move(chooseFile)),
       playTick_(ReadPlayTick(registry)),
       tickFile_(services.look.SoundPath(u"del.wav"_qs)) {
   setWindowTitle(tr("Stopky"));
@@ -165,7 +163,7 @@ void frmStopWatch::cmdLapTime_Click() {
     watch_.AddLap(Now());
     return cmdSay_Click();
   }
-  frmLapTime laps(services(), watch_.Laps, watch_.Fields, codePage_, chooseFile_, this);
+  frmLapTime laps(services(), watch_.Laps, watch_.Fields, registry_, codePage_, this);
   laps.Open();
 }
 

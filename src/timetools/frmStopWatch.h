@@ -3,7 +3,6 @@
 #include "platform/CodePage.h"
 #include "platform/Registry.h"
 #include "shell/Form.h"
-#include "timetools/FileChooser.h"
 #include "timetools/FocusSpeech.h"
 #include "timetools/StopWatch.h"
 
@@ -22,9 +21,8 @@ class frmStopWatch : public Form {
   Q_OBJECT
 
  public:
-  /// `chooseFile` is where the laps are saved; without it they cannot be.
-  frmStopWatch(FormServices& services, Registry& registry, const CodePage& codePage, FileChooser chooseFile,
-               QWidget* parent = nullptr);
+  /// The registry keeps whether the stopwatch ticks; saved laps are written in the code page.
+  frmStopWatch(FormServices& services, Registry& registry, const CodePage& codePage, QWidget* parent = nullptr);
   ~frmStopWatch() override;
 
   /// A new stopwatch.
@@ -55,7 +53,6 @@ class frmStopWatch : public Form {
 
   Registry& registry_;
   const CodePage& codePage_;
-  FileChooser chooseFile_;
   OpeningTitle title_;
   StopWatch watch_;
   bool playTick_ = true;
