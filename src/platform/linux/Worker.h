@@ -19,8 +19,11 @@ class Wakeup {
   Wakeup(const Wakeup&) = delete;
   Wakeup& operator=(const Wakeup&) = delete;
 
+  /// Readable from Ring until Quiet.
+  int Descriptor() const { return descriptor_; }
   void Ring() const;
-  /// Sleeps until Ring, until `other` can be read (-1 for none), or until the deadline.
+  void Quiet() const;
+  /// Sleeps until it rings, until `other` can be read (-1 for none), or until the deadline.
   void Sleep(QDeadlineTimer until, int other) const;
 
  private:
@@ -28,7 +31,7 @@ class Wakeup {
 };
 
 /// Where the interface's thread leaves its wish for a worker. Only the newest counts: whoever puts one may overwrite
-/// what has not been taken yet. No call but Take ever waits.
+/// what has not been taken yet. Nothing but Wait ever waits.
 template <class Wish>
 class WishBox {
  public:
@@ -43,11 +46,17 @@ class WishBox {
     wakeup_.Ring();
   }
 
-  /// The waiting wish; nothing when the deadline passes, `other` can be read or the box is closed before one comes.
-  std::optional<Wish> Take(QDeadlineTimer until, int other = -1) {
-    if (!IsWaiting() && !IsClosed()) wakeup_.Sleep(until, other);
+  /// The wish that waits, if any.
+  std::optional<Wish> Take() {
+    wakeup_.Quiet();
     const std::scoped_lock lock(mutex_);
     return std::exchange(wish_, std::nullopt);
+  }
+
+  /// Waits for a wish, for the end of the box, for `other` to be readable or for the deadline; then takes what waits.
+  std::optional<Wish> Wait(QDeadlineTimer until, int other = -1) {
+    wakeup_.Sleep(until, other);
+    return Take();
   }
 
   bool IsWaiting() const {
@@ -68,6 +77,9 @@ class WishBox {
     const std::scoped_lock lock(mutex_);
     return closed_;
   }
+
+  /// Readable when Take is worth calling, for loops that wait by themselves.
+  int Descriptor() const { return wakeup_.Descriptor(); }
 
  private:
   mutable std::mutex mutex_;
