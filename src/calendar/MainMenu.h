@@ -1,0 +1,50 @@
+#pragma once
+
+#include <QHash>
+#include <QList>
+#include <QString>
+
+#include <functional>
+
+class QAction;
+class QMenuBar;
+
+namespace talnik {
+
+/// One entry of the main menu.
+struct MenuEntry {
+  enum class State {
+    Group,     ///< opens a submenu
+    Ready,     ///< a command
+    NotBuilt,  ///< a command whose part of the program does not exist yet: shown, but not to be chosen
+    Hidden,    ///< not shown
+    Separator
+  };
+
+  const char* name;
+  const char* caption;  ///< Czech, to be translated
+  const char* parent;   ///< empty for the menu bar
+  State state;
+};
+
+/// The whole menu tree of the main window, in its order.
+const QList<MenuEntry>& MainMenuEntries();
+
+/// Builds the tree and returns its actions by name. `run` gets the name of the command that was chosen.
+QHash<QString, QAction*> BuildMainMenu(QMenuBar& bar, const std::function<void(const QString& name)>& run);
+
+/// A menu command that stands for keys of the month list.
+struct KeyCommand {
+  struct Stroke {
+    int key;
+    bool atKeyDown;  ///< run by the press; by the release otherwise
+  };
+  const char* name;
+  QList<Stroke> strokes;
+  Qt::KeyboardModifiers shift;
+};
+
+/// Nothing (nullptr) for other commands.
+const KeyCommand* FindKeyCommand(const QString& name);
+
+}  // namespace talnik

@@ -1,0 +1,214 @@
+#pragma once
+
+#include "alarms/AlarmQueue.h"
+#include "alarms/frmAlarmBox.h"
+#include "calendar/MainTimer.h"
+#include "calendar/MonthCalendar.h"
+#include "calendar/MonthKeys.h"
+#include "calendar/MonthView.h"
+#include "calendar/NameDays.h"
+#include "calendar/NamesField.h"
+#include "editor/EditorState.h"
+#include "platform/Platform.h"
+#include "shell/ControlEvents.h"
+#include "shell/FormServices.h"
+#include "shell/Paths.h"
+#include "shell/VoiceDialog.h"
+#include "shell/cSetting.h"
+#include "store/Store.h"
+#include "timetools/Countdown.h"
+#include "timetools/TimeEntry.h"
+
+#include <QHash>
+#include <QMainWindow>
+#include <QStringList>
+#include <QTimer>
+
+#include <memory>
+
+class QAction;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QMenu;
+class QPlainTextEdit;
+class QPushButton;
+class QToolButton;
+
+namespace talnik {
+
+class OwnMenus;
+struct KeyCommand;
+struct TaskFilter;
+struct SpawnTime;
+
+/// The one window of the program's life: the month list, the menus, the timers and the tray. It owns what the whole
+/// process shares and hands references on.
+class frmMain : public QMainWindow, private TickHost {
+  Q_OBJECT
+
+ public:
+  /// `arguments` is the command line without the program.
+  frmMain(Platform platform, QStringList arguments);
+  ~frmMain() override;
+
+  /// Starts the program. False when another process runs already and this one is to end.
+  bool Load();
+
+  /// The command with this name in the main menu.
+  QAction* Menu(const char* name) const { return menu_.value(QString::fromLatin1(name)); }
+
+  ListBox* List1 = nullptr;
+  QLabel* Label1 = nullptr;
+  QPushButton* Command1 = nullptr;
+  QPushButton* Command2 = nullptr;
+  QPushButton* Command4 = nullptr;
+  QToolButton* Image1 = nullptr;
+  QToolButton* Image2 = nullptr;
+  QPlainTextEdit* txtNames = nullptr;
+  QLineEdit* lblTime = nullptr;
+  QFrame* Shape1 = nullptr;
+  QFrame* Shape2 = nullptr;
+
+  QTimer Timer1;
+  QTimer AutSync_Timer;
+
+ Q_SIGNALS:
+  /// The program has ended in good order; the event loop may stop.
+  void Ended();
+
+ protected:
+  bool event(QEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
+
+ private:
+  /// Speech, messages and what every window gets of them.
+  struct Services;
+  /// What a command does when its window has closed.
+  enum class Afterwards { Speaks, IsSilent };
+
+  // Window (frmMainLayout.cpp).
+  void BuildControls();
+  void LayOut();
+  void PaintControls();
+  void ConnectControls();
+  void ConnectFocus();
+  void Form_KeyDown(Key& key);
+  void Form_Activate();
+  void List1_GotFocus();
+  bool TakeSilentReturn();
+  void CheckVoiceSupport();
+
+  // Start (frmMain.cpp).
+  void StartServices();
+  void CheckStore();
+  bool TellIfSecond();
+  void StartCalendar();
+  void StartOutside();
+  void ShowFirst();
+  int CountTasks(const Date& day);
+  SpawnTime Spawning() const;
+
+  // End, tray and the front (frmMainLife.cpp).
+  bool Form_Unload();
+  bool AskHowToClose(bool& exitAnyway);
+  int ChooseExit();
+  bool CountdownForbidsExit();
+  void End();
+  void HideWindow();
+  void ShowNormal();
+  void ComeToFront();
+  void DiscardForms();
+  void Told(const QString& word);
+  void HotKeyReleased();
+  void TrayLeftClick();
+  void TrayMenu();
+  void RunTrayCommand(int id, const QString& command);
+  bool GoToOpenWindow();
+  /// Shows a window modally; false when it was swept away and the command is to stop.
+  bool RunModal(Afterwards afterwards, const std::function<void()>& open);
+
+  // Menu commands (frmMainCommands.cpp, frmMainTasks.cpp).
+  void RunCommand(const QString& name);
+  void RunKeyCommand(const KeyCommand& command);
+  void MoveLine(int by);
+  void mnuTimeOut_Click();
+  void mnuAnnounceTimeOut_Click();
+  void mnuSetTime_Click();
+  void mnuRaceTime_Click();
+  void mnuDingHour_Click();
+  void OpenSetSysDate(bool setSystem);
+  void mnuHolFind_Click();
+  void FindName();
+  void mnuExit_Click();
+  void mnuInsertToClip_Click();
+  void SetMenuEnabled(const char* name, bool enabled);
+  void ShowTaskState(bool hasTasks);
+  void RunFilter(const TaskFilter& filter);
+  bool HoldsAnything(const TaskFilter& filter);
+  void mnuNewRecord_Click();
+  bool TimePassedQuestion(const QString& dateText, const QString& timeText);
+  bool OpenEditor();
+  void mnuDelTodayTasks_Click();
+  void mnuDelSchedule_Click();
+  QString SelectedDayText() const;
+
+  // Timers (frmMainTimer.cpp).
+  QString ShownTime() const override;
+  void ShowTime(const QString& text) override;
+  void ShowCountdownLeft() override;
+  void RunCountdownBox() override;
+  void CountdownIsOver() override;
+  void RunAlarmBox() override;
+  bool AlarmBoxIsOpen() const override { return alarmBoxOpen_; }
+  void AnnounceTime(int minute, bool& dingDone) override;
+  void RunBox(frmAlarmBox::Role role);
+  void SetCaption(const QString& caption);
+  void SyncTimerSetting();
+  void AutSync_Timer_Timer();
+
+  Speech& speech() const;
+  Dialogs& dialogs() const;
+  FormServices& services() const;
+  Date Now() const;
+
+  Platform platform_;
+  QStringList arguments_;
+  QHash<QString, QAction*> menu_;
+  ControlEvents events_;
+
+  CalendarNames names_;
+  CommonSettings look_;
+  Paths paths_;
+  cSetting setting_;
+  std::unique_ptr<Store> store_;
+  std::unique_ptr<Services> services_;
+  MonthView view_;
+  Countdown countdown_;
+  TimeEntry entry_;
+  EditorState editor_;
+  NameDays nameDays_;
+  NameSearch nameSearch_;
+  AutSyncCount autSync_;
+  std::unique_ptr<AlarmQueue> alarms_;
+  std::unique_ptr<NamesField> namesField_;
+  std::unique_ptr<MonthCalendar> calendar_;
+  std::unique_ptr<MonthKeys> keys_;
+  std::unique_ptr<MainTimer> mainTimer_;
+  std::unique_ptr<OwnMenus> ownMenus_;
+
+  bool HideOnClose = false;
+  int ExitCommand = 0;
+  int lastKey_ = 0;
+  Qt::KeyboardModifiers lastShift_;
+  bool started_ = false;  ///< the month list has had the focus once
+  bool unloading_ = false;
+  bool ended_ = false;
+  bool alarmBoxOpen_ = false;
+  bool trayMenuOpen_ = false;
+  bool quietReturn_ = false;  ///< the next activation is silent: the command that ran has spoken
+  bool justActivated_ = false;
+  int sweeps_ = 0;  ///< how often open windows were swept away
+};
+
+}  // namespace talnik

@@ -1,0 +1,113 @@
+#include "calendar/MainServices.h"
+#include "calendar/TaskFilters.h"
+#include "calendar/frmMain.h"
+#include "editor/frmSchedule.h"
+#include "shell/TextControls.h"
+#include "store/Statements.h"
+#include "timetools/MonthList.h"
+#include "timetools/frmSetSysTime.h"
+
+#include <QFile>
+
+namespace talnik {
+
+QString frmMain::SelectedDayText() const {
+  const auto day = SelectedDate(List1, view_.CurrentDate);
+  return day ? DayText(*day) : QString();
+}
+
+bool frmMain::HoldsAnything(const TaskFilter& filter) {
+  switch (filter.test) {
+    case TaskFilter::Test::TasksOfDay:
+      return calendar_->TasksOfDay() > 0;
+    case TaskFilter::Test::RecordsFromFilterDate:
+      return CountRecords(*store_, 0, CDate(editor_.FilterDate, Now())) > 0;
+    case TaskFilter::Test::AllRecords:
+      return CountRecords(*store_, 0) > 0;
+    case TaskFilter::Test::RecordsWithAlarm:
+      return CountRecords(*store_, 1) > 0;
+  }
+  return false;
+}
+
+void frmMain::RunFilter(const TaskFilter& filter) {
+  editor_.FilterDate = filter.fromSelectedDay ? SelectedDayText() : QString();
+  if (!HoldsAnything(filter)) return speech().Signal(Speech::Refused);
+  editor_.FilterMode = filter.filterMode;
+  editor_.CustomQuery = statements::OfDay(view_.SelectedDay);
+  editor_.CustomSkip = 0;
+  editor_.RecordDate.clear();
+  if (OpenEditor()) calendar_->SetTodayState(false);
+}
+
+bool frmMain::OpenEditor() {
+  return RunModal(Afterwards::Speaks, [this] {
+    frmSchedule form(services(),
+                     EditorContext{.store = *store_,
+                                   .state = editor_,
+                                   .timeZone = *platform_.timeZone,
+                                   .paths = paths_,
+                                   .names = names_,
+                                   .registerAlarm = [this] { alarms_->RegisterAlarm(); },
+                                   .showDate = [this](const Date& day) { calendar_->ShowDate(day); },
+                                   .skipFocusSpeech = [this] { view_.SkipFocusSpeech = true; }},
+                     this);
+    form.Run();
+  });
+}
+
+void frmMain::mnuNewRecord_Click() {
+  editor_.HasEndPreset = false;
+  editor_.RecordDate = SelectedDayText();
+  entry_.StartTask(editor_.RecordDate);
+  const bool goesOn = RunModal(Afterwards::Speaks, [this] {
+    frmSetSysTime form(services(), names_, entry_, countdown_, {}, this);
+    form.Open();
+  });
+  editor_.RecordDate = goesOn && !entry_.TaskTimeCancelled ? entry_.TaskTimeText : QString();
+  if (!goesOn) return;
+  if (!editor_.RecordDate.isEmpty()) {
+    if (TimePassedQuestion(editor_.RecordDate, QString())) return editor_.RecordDate.clear();
+    editor_.HasEndPreset = entry_.HasEndPreset;
+    editor_.EndPreset = entry_.EndPreset;
+    if (!OpenEditor()) return editor_.RecordDate.clear();
+  }
+  calendar_->SetTodayState(false);
+}
+
+/// True when the time has passed and the user does not want it.
+bool frmMain::TimePassedQuestion(const QString& dateText, const QString& timeText) {
+  if (!HasPassed(dateText, timeText, Now())) return false;
+  bool declined = true;
+  const bool goesOn = RunModal(Afterwards::IsSilent, [this, &declined] {
+    declined = !dialogs().Ask(tr("Zadaný čas už minul. Chcete jej zadat?"));
+  });
+  return declined || !goesOn;
+}
+
+void frmMain::mnuDelTodayTasks_Click() {
+  if (calendar_->TasksOfDay() == 0) return;
+  const Date day = view_.SelectedDay;
+  bool wanted = false;
+  const bool goesOn = RunModal(Afterwards::IsSilent, [this, &wanted] {
+    wanted = dialogs().Ask(tr("Smazat záznamy na tento den?"), Dialogs::Default::Second);
+  });
+  if (!goesOn || !wanted || !store_->Execute(statements::DeleteDay(day))) return;
+  alarms_->RegisterAlarm();
+  quietReturn_ = isVisible() && !isActiveWindow();
+  calendar_->SetTodayState(false);
+}
+
+void frmMain::mnuDelSchedule_Click() {
+  bool wanted = false;
+  const bool goesOn = RunModal(Afterwards::IsSilent, [this, &wanted] {
+    wanted = dialogs().Ask(tr("Smazat všechny záznamy v talníku?"), Dialogs::Default::Second);
+  });
+  if (!goesOn || !wanted || !store_->Execute(statements::DeleteAll())) return;
+  alarms_->RegisterAlarm();
+  quietReturn_ = isVisible() && !isActiveWindow();
+  calendar_->SetTodayState(false);
+  for (const QString& path : SynchronisationFiles(paths_)) QFile::remove(path);
+}
+
+}  // namespace talnik
