@@ -10,14 +10,14 @@ class BrlapiSession;
 class Worker;
 
 /// The Braille line of brltty, through BrlAPI on a worker thread where the newest text wins. The keys of the line that
-/// move its window along the text work; all others stay brltty's. A brltty that was not there or went away is looked
-/// for again by later calls.
+/// move it along the text work; all others stay brltty's. A brltty that was not there or went away is looked for again
+/// by later calls.
 class BrlapiBraille : public Braille {
  public:
   BrlapiBraille();
   ~BrlapiBraille() override;
 
-  /// The first call waits a moment for the answer of the first search.
+  /// The first call gives the first search a moment.
   bool IsPresent() const override;
   void Show(const QString& text, int cursor) override;
   void SetActive(bool active) override;

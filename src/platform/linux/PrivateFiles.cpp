@@ -31,7 +31,8 @@ bool ReplacePrivateFile(const QString& path, const QByteArray& bytes) {
   QSaveFile file(path);
   if (!file.open(QIODevice::WriteOnly)) return false;
   file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-  return file.write(bytes) == bytes.size() && file.commit();
+  // A disk that fills up within the last write shows here only; commit would take the shortened file.
+  return file.write(bytes) == bytes.size() && file.flush() && file.commit();
 }
 
 }  // namespace talnik

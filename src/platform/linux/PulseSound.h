@@ -2,6 +2,7 @@
 
 #include "platform/Sound.h"
 
+#include <QDeadlineTimer>
 #include <QObject>
 #include <QTimer>
 
@@ -13,7 +14,8 @@ class PulsePlayer;
 class Worker;
 
 /// WAV files read by libsndfile and played by PulseAudio (or what stands in for it) on a worker thread. A server that
-/// does not answer is given up a little after the sound should have ended, and takes no time until it answers again.
+/// does not answer is given up a little after the sound should have ended; the next sounds then take no time for a
+/// while.
 class PulseSound : public QObject, public Sound {
   Q_OBJECT
 
@@ -25,10 +27,17 @@ class PulseSound : public QObject, public Sound {
   void Stop() override;
 
  private:
+  void Finish();
+  void OnLength(quint64 sound, qint64 milliseconds);
+  void OnEnd(quint64 sound);
+  void OnNoAnswer();
+
   std::shared_ptr<PulsePlayer> player_;
   std::unique_ptr<Worker> worker_;
   std::function<void()> finished_;
-  QTimer giveUp_;
+  quint64 sound_ = 0;  ///< the number of the sound that plays or played last
+  QTimer noAnswer_;
+  QDeadlineTimer deaf_;
 };
 
 }  // namespace talnik

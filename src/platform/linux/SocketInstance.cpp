@@ -31,6 +31,14 @@ bool IsOfThisUser(const QLocalSocket& peer) {
   return ::getsockopt(descriptor, SOL_SOCKET, SO_PEERCRED, &user, &size) == 0 && user.uid == geteuid();
 }
 
+/// Lets a peer go, unheard from now on.
+void Drop(QLocalSocket* peer) {
+  peer->disconnect();
+  peer->setParent(nullptr);
+  peer->abort();
+  peer->deleteLater();
+}
+
 }  // namespace
 
 SocketInstance::SocketInstance(QString folder) : folder_(std::move(folder)) {
@@ -39,12 +47,17 @@ SocketInstance::SocketInstance(QString folder) : folder_(std::move(folder)) {
 }
 
 SocketInstance::~SocketInstance() {
+  for (QLocalSocket* peer : Peers()) peer->disconnect();
   server_.close();
   if (lock_ >= 0) ::close(lock_);
 }
 
 QString SocketInstance::SocketPath() const {
   return folder_ + u"/talnik.socket";
+}
+
+QList<QLocalSocket*> SocketInstance::Peers() const {
+  return server_.findChildren<QLocalSocket*>(Qt::FindDirectChildrenOnly);
 }
 
 bool SocketInstance::Acquire() {
@@ -72,12 +85,10 @@ void SocketInstance::Listen() {
 void SocketInstance::Accept() {
   while (QLocalSocket* peer = server_.nextPendingConnection()) {
     if (!IsOfThisUser(*peer)) {
-      peer->abort();
-      peer->deleteLater();
+      Drop(peer);
       continue;
     }
-    const auto peers = server_.findChildren<QLocalSocket*>(Qt::FindDirectChildrenOnly);
-    if (peers.size() > MostPeers) delete peers.first();
+    if (const auto peers = Peers(); peers.size() > MostPeers) Drop(peers.first());
     peer->setReadBufferSize(LongestLine);
     QObject::connect(peer, &QLocalSocket::readyRead, peer, [this, peer] { Hear(peer, false); });
     QObject::connect(peer, &QLocalSocket::disconnected, peer, [this, peer] { Hear(peer, true); });
@@ -89,9 +100,7 @@ void SocketInstance::Accept() {
 void SocketInstance::Hear(QLocalSocket* peer, bool atEnd) {
   if (!peer->canReadLine() && !atEnd && peer->bytesAvailable() < LongestLine) return;
   const QString word = QString::fromUtf8(peer->readLine(LongestLine + 1).trimmed());
-  peer->disconnect();
-  peer->abort();
-  peer->deleteLater();
+  Drop(peer);
   if (word != u"show"_qs && word != u"close"_qs) return;
   // What the word sets off may open windows and last; the socket's own work ends first.
   QTimer::singleShot(0, &server_, [this, word] {

@@ -2,6 +2,7 @@
 
 #include "platform/Instance.h"
 
+#include <QList>
 #include <QLocalServer>
 #include <QString>
 
@@ -25,6 +26,7 @@ class SocketInstance : public Instance {
 
  private:
   QString SocketPath() const;
+  QList<QLocalSocket*> Peers() const;
   void Listen();
   void Accept();
   void Hear(QLocalSocket* peer, bool atEnd);

@@ -51,7 +51,9 @@ QString RuntimeFolder() {
     const QString folder = session + u"/talnik";
     if (ClaimPrivateFolder(folder)) return folder;
   }
-  const QString temporary = QDir::tempPath() + u"/talnik-" + QString::number(geteuid());
+  QString temporary = FolderVariable("TMPDIR");
+  if (temporary.isEmpty()) temporary = u"/tmp"_qs;
+  temporary += u"/talnik-" + QString::number(geteuid());
   if (ClaimPrivateFolder(temporary)) return temporary;
   const QString data = DataHome();
   if (data.isEmpty() || !MakePrivateFolder(data)) return {};

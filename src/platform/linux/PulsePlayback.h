@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QString>
+
+#include <pulse/pulseaudio.h>
+#include <sndfile.h>
+
+#include <memory>
+#include <vector>
+
+namespace talnik {
+
+/// One sound: a file, a connection to the server and a stream from the one into the other. It lives in a PulseAudio
+/// main loop; destroying it cuts the sound.
+class PulsePlayback {
+ public:
+  explicit PulsePlayback(pa_mainloop* loop);
+  ~PulsePlayback();
+  PulsePlayback(const PulsePlayback&) = delete;
+  PulsePlayback& operator=(const PulsePlayback&) = delete;
+
+  /// False when the file is no sound; the playback has ended then.
+  bool Open(const QString& path);
+  /// The length of the open file.
+  qint64 Milliseconds() const;
+  /// Begins to look for the server and to play.
+  void Start();
+
+  /// True when the sound has been heard to its end or cannot be.
+  bool HasEnded() const { return ended_; }
+
+ private:
+  void OnContext();
+  void OnStream();
+  void Fill(size_t bytes);
+  void End() { ended_ = true; }
+
+  pa_mainloop* loop_;
+  std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file_;
+  SF_INFO info_{};
+  pa_context* context_ = nullptr;
+  pa_stream* stream_ = nullptr;
+  std::vector<float> samples_;
+  bool allRead_ = false;
+  bool ended_ = false;
+};
+
+}  // namespace talnik
