@@ -3,6 +3,7 @@
 #include "calendar/TaskFilters.h"
 #include "calendar/frmFindHolDay.h"
 #include "calendar/frmMain.h"
+#include "menus/OwnMenus.h"
 #include "shell/TextControls.h"
 #include "timetools/frmDingPeriod.h"
 #include "timetools/frmSetSysDate.h"
@@ -64,7 +65,9 @@ void frmMain::RunCommand(const QString& name) {
 
 void frmMain::RunKeyCommand(const KeyCommand& command) {
   for (const KeyCommand::Stroke& stroke : command.strokes) {
-    Key key{.code = stroke.key, .shift = command.shift};
+    Key key;
+    key.code = stroke.key;
+    key.shift = command.shift;
     stroke.atKeyDown ? keys_->List1_KeyDown(key) : keys_->List1_KeyUp(key);
   }
 }
