@@ -1,5 +1,6 @@
 #pragma once
 
+#include "recurrence/frmDeleteRecurrentEvent.h"
 #include "recurrence/frmRepeat.h"
 #include "store/Store.h"
 
@@ -34,9 +35,10 @@ struct EditorState {
   QString SearchText;
   Date SearchFrom;
   Statement CustomQuery;
-  int CustomSkip = 0;      ///< rows to step over in CustomQuery; 0 again when used
-  RepeatState Repeat;      ///< Repeat_Rule of the record on screen
-  QString LastShownStart;  ///< the start text of the record left by a move
+  int CustomSkip = 0;             ///< rows to step over in CustomQuery; 0 again when used
+  RepeatState Repeat;             ///< Repeat_Rule of the record on screen
+  QString LastShownStart;         ///< the start text of the record left by a move
+  int RecurrChoice = RecurrNone;  ///< the last answer to whether one occurrence or the series is meant
 };
 
 /// What the editor works on besides the services of every window.

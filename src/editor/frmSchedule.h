@@ -2,11 +2,16 @@
 
 #include "editor/AlarmLead.h"
 #include "editor/EditorState.h"
+#include "recurrence/RecurrPopulate.h"
 #include "shell/Form.h"
+#include "timetools/FocusSpeech.h"
 
+#include <QHash>
 #include <QString>
 
+#include <functional>
 #include <memory>
+#include <optional>
 
 class QAction;
 class QBoxLayout;
@@ -19,10 +24,13 @@ class QPushButton;
 
 namespace talnik {
 
+class BellPicture;
 class NoteBox;
+class OwnMenus;
 class Recordset;
+struct DeleteOutcome;
+struct EditorTexts;
 struct RecordFields;
-struct SavePlan;
 
 /// "Plán": the form in which a record is created, read and changed. It opens for a new record
 /// (EditorState::RecordDate) or on a list of records (EditorState::FilterMode), one at a time.
@@ -44,50 +52,57 @@ class frmSchedule : public Form {
   void done(int result) override;
 
  private:
-  enum class Save { Saved, Refused, BadDate, Failed };
+  enum class Save { Saved, Refused, Failed };
   enum class Change { None, Dropped, Saved, Stay };
+  enum class Move { First, Previous, Next, Last };
+  enum class RowWrite { Cancelled, Nothing, NewRecord, Plain, NewSeries, Exception, Root };
 
-  // Controls and menus.
+  // frmScheduleLayout.cpp: the controls and menus, and which handler each has.
   void BuildControls();
-  void BuildTextRows(QBoxLayout* rows);
-  void BuildAlarmRow(QBoxLayout* rows);
-  void BuildButtonRow(QBoxLayout* rows);
+  QBoxLayout* BuildTextRow();
+  QBoxLayout* BuildTimeRow();
+  QBoxLayout* BuildAlarmRow();
+  QBoxLayout* BuildPositionRow();
+  QBoxLayout* BuildButtonRow();
+  QPushButton* MakePicker(const QString& name, const QString& tip);
+  QLineEdit* MakeField(const QString& name, const QString& accessibleName);
+  void OrderTabs();
   void BuildMenus();
+  void ConnectMenus();
+  void ConnectButtons();
   void ConnectFields();
   void ConnectAlarmFields();
-  void ConnectKeys();
-  void ConnectMenus();
-  void AnnounceOnFocus();
-  void OrderTabs();
+  void ConnectPageKeys();
+  void AnnounceField(QWidget* control, std::function<QString()> prefix, std::function<QString()> text);
+  void SetState(QAction* action, bool enabled);
 
-  // Life.
+  // frmSchedule.cpp: load, list, record on screen, unload.
   void LoadForm();
   void LoadNewRecord();
-  bool FillRecordset();
+  void TellConflicts();
+  void FillRecordset();
   void OpenList();
   void ShowRecord();
   void ShowFields(const ScheduleRecord& row);
-  void ShowEnd(const std::optional<Date>& end);
-  void ShowAlarm(const std::optional<Date>& alarm);
-  void ShowPosition();
+  void ShowEnd(const QString& end);
+  void ShowAlarm(const std::optional<Date>& alarm, const std::optional<Date>& start);
+  void ShowNote(const QString& wav);
   bool Form_Unload();
-  void Unload();
+  void Unload() { done(Rejected); }
   bool HasRow() const;
   qsizetype RecordCount() const;
 
-  // Moves and reading.
-  enum class Move { First, Previous, Next, Last };
-  void MoveTo(Move move);
-  void SayRecordBrief();
+  // frmScheduleFields.cpp: moving, reading, the fields.
   void FormKeyDown(Key& key);
   void FormKeyUp(Key& key);
+  void MoveTo(Move move);
+  void MoveInList(Move move);
+  void SayRecordBrief();
   void mnuText_Click();
   void mnuDate_Click();
   void mnuDur_Click();
   void mnuRecPos_Click();
   void mnuEditDuration_Click();
-
-  // Fields.
   void Text1_GotFocus();
   void Text5_KeyDown(Key& key);
   void Text5_KeyPress(Key& key);
@@ -97,35 +112,40 @@ class frmSchedule : public Form {
   void PickDateInto(QLineEdit* control);
   void WarnIfEndPrecedesStart();
   bool CheckMyDate(const QString& text);
-  void SetUserUnit(int index);
-  void SetAlarmUnit(int index);
+  std::optional<Date> DateOf(const QString& text) const;
+  void SelectUserUnit(int index);
+  void SelectAlarmUnit(int index);
   void cmbUserUnit_Click();
   void ShowLeadControls(bool image, bool unit, bool value);
+  AlarmLead Lead() const;
   void CheckAlarmTime();
   void Image2_Click();
-  AlarmLead Lead() const;
-  std::optional<Date> DateOf(const QString& text) const;
-  QString Text1Text() const;
 
-  // Saving and deleting.
+  // frmScheduleSave.cpp: saving.
+  EditorTexts Texts() const;
   Save SaveRecord();
   Save Write(const RecordFields& fields);
-  Save WriteSeriesMember(const RecordFields& fields);
-  Save EditRoot(const RecordFields& fields);
-  Save Outcome(bool written);
+  RowWrite WhatToWrite();
+  bool WriteRow(RowWrite write, const RecordFields& fields);
+  bool WriteNewRecord(const RecordFields& fields);
+  bool WriteException(const RecordFields& fields);
+  bool WriteRoot(const RecordFields& fields);
   Change AskSaveChanges();
   bool IsChanged() const;
   void cmdOK_Click();
   void cmdStorno_Click();
+  SpawnTime Spawning() const;
+
+  // frmScheduleSeries.cpp: the rule of the record, deleting.
   void cmdRepeat_Click();
   bool EditSeries(const QString& newRule);
-  void SetRepeatEnabled(bool enabled);
-  void mnuDelete_Click();
-  void DeleteFromSeries(bool wholeSeries);
-  void FinishDelete(bool closeForm, bool alarmsTouched, const QString& notePath);
+  bool IsSavedSeries() const;
   int AskWhichOnes(bool forEdit);
-  void TellStoreFailed();
-  SpawnTime Spawning() const;
+  void mnuDelete_Click();
+  void DeleteByAnswer(int answer);
+  void DeleteOne();
+  bool Deleted(const std::function<DeleteOutcome()>& deletion, bool& closeForm);
+  void RemoveNote(const QString& path);
 
   EditorState& state() const { return context_.state; }
   QString& RepeatRule() const { return context_.state.Repeat.Repeat_Rule; }
@@ -136,60 +156,43 @@ class frmSchedule : public Form {
   bool bCloseOnFocus = false;
   bool bCancelled = false;
   bool bHasSound = false;
-  int AlarmUnitIndex = 0;
-  int UserUnitIndex = 0;
+  int AlarmUnitIndex = LeadMinutes;
+  int UserUnitIndex = LeadNone;
+  bool freeMoment_ = false;  ///< Text5 shows the alarm itself
   QString OrigTitle;
   QString OrigStart;
   QString OrigEnd;
   QString OrigAlarm;
-  int RecurrChoice = 0;
-  bool loaded_ = false;
   bool unloaded_ = false;
-  bool opening_ = true;  ///< the first focus does not cut the title
-  bool paged_ = false;   ///< a page key is down
-  QString unitBefore_;   ///< the text of a list when its key went down
-  QMenuBar* menuBar_ = nullptr;
+  bool pageKeyDown_ = false;
+  std::optional<QString> ruleOfUnsaved_;  ///< chosen anew for a record whose series is not stored yet
+  QString listTextBefore_;                ///< of the list with the focus when its key went down
+  OpeningTitle title_;
+  OwnMenus* menus_ = nullptr;
+  QHash<QString, QAction*> menu_;  ///< the commands by their names
 
   QLabel* lblTime = nullptr;
-  QLineEdit* Text3 = nullptr;
+  QLineEdit* Text3 = nullptr;  ///< start
   QPushButton* cmdPickDate1 = nullptr;
-  QLineEdit* Text4 = nullptr;
+  QLineEdit* Text4 = nullptr;  ///< end
   QPushButton* cmdPickDate2 = nullptr;
   QLabel* lblNote = nullptr;
-  NoteBox* Text1 = nullptr;
+  NoteBox* Text1 = nullptr;  ///< the appointment's text
   QLabel* lblPos = nullptr;
   QLineEdit* txtPos = nullptr;
   QLabel* lblAlarm = nullptr;
   QComboBox* cmbUserUnit = nullptr;
-  QLineEdit* Text5 = nullptr;
+  QLineEdit* Text5 = nullptr;  ///< value of a custom lead
   QComboBox* cmbAlarmUnit = nullptr;
   QPushButton* cmdPickDate3 = nullptr;
   QWidget* Picture1 = nullptr;
   QCheckBox* chkAlarm = nullptr;
-  QLabel* Image2 = nullptr;
+  BellPicture* Image2 = nullptr;
   QPushButton* cmdRepeat = nullptr;
   QPushButton* cmdSound = nullptr;
   QPushButton* cmdOK = nullptr;
   QPushButton* cmdStorno = nullptr;
-  QLineEdit* Text2 = nullptr;
-
-  QAction* mnuText = nullptr;
-  QAction* mnuDate = nullptr;
-  QAction* mnuDur = nullptr;
-  QAction* mnuRecPos = nullptr;
-  QAction* mnuSaveAndExit = nullptr;
-  QAction* mnuExit = nullptr;
-  QAction* mnuDelete = nullptr;
-  QAction* mnuDeleteOld = nullptr;
-  QAction* mnuEditDuration = nullptr;
-  QAction* mnuRecurrEvent = nullptr;
-  QAction* mnuFirst = nullptr;
-  QAction* mnuPrev = nullptr;
-  QAction* mnuNext = nullptr;
-  QAction* mnuLast = nullptr;
-  QAction* mnuRec = nullptr;
-  QAction* mnuPlay = nullptr;
-  QAction* mnuSndDel = nullptr;
+  QLineEdit* Text2 = nullptr;  ///< path of the voice note
 };
 
 }  // namespace talnik

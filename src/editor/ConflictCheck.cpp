@@ -1,0 +1,115 @@
+#include "editor/ConflictCheck.h"
+
+#include "editor/FieldText.h"
+#include "store/DayClasses.h"
+
+#include <QCoreApplication>
+
+#include <algorithm>
+
+namespace talnik {
+namespace {
+
+QString ConflictTr(const char* text) {
+  return QCoreApplication::translate("ConflictCheck", text);
+}
+
+bool Within(const Date& moment, const Date& from, const Date& to) {
+  return from <= moment && moment <= to;
+}
+
+/// An appointment that ends at 10:00 leaves 10:00 free.
+Date LastMinute(const Date& start, const Date& end) {
+  return end > start ? DateAdd(DateUnit::Minute, -1, end).value_or(end) : end;
+}
+
+QStringList ConflictsWithSpan(const ScheduleRecord& row, const ProposedTime& proposed, const Date& proposedEnd) {
+  const Date& from = proposed.start;
+  const Date& begin = *row.apptime;
+  const QString message = ConflictTr("Čas %1 až %2 zasahuje do úkolu %3")
+                              .arg(proposed.startText, proposed.endText, TrimBlanks(row.appointment));
+  QStringList messages;
+  if (!row.appdur) {
+    if (Within(begin, from, proposedEnd)) messages << message;
+    return messages;
+  }
+  const Date last = LastMinute(begin, *row.appdur);
+  if (Within(begin, from, proposedEnd) || Within(last, from, proposedEnd)) messages << message;
+  if (begin <= from && last >= proposedEnd) messages << message;
+  return messages;
+}
+
+QStringList ConflictsWithMoment(const ScheduleRecord& row, const ProposedTime& proposed) {
+  const QString text = TrimBlanks(row.appointment);
+  if (!row.appdur) {
+    if (proposed.start != *row.apptime) return {};
+    return {ConflictTr("Čas %1 je již obsazen úkolem %2").arg(proposed.startText, text)};
+  }
+  if (!Within(proposed.start, *row.apptime, LastMinute(*row.apptime, *row.appdur))) return {};
+  return {ConflictTr("Čas %1 zasahuje do úkolu %2").arg(proposed.startText, text)};
+}
+
+}  // namespace
+
+QString NoEndText() {
+  return u"0:00:00"_qs;
+}
+
+std::optional<ProposedTime> ReadProposedTime(const QString& start, const QString& end, const Date& today) {
+  const QString endText = TrimBlanks(end);
+  const auto from = CDate(start, today);
+  if (!from) return {};
+  if (endText == NoEndText()) return ProposedTime{start, endText, *from, {}};
+  const auto to = CDate(endText, today);
+  if (!to) return {};
+  return ProposedTime{start, endText, *from, to};
+}
+
+QStringList ConflictsWith(const ScheduleRecord& row, const ProposedTime& proposed) {
+  if (!row.apptime || row.status == StatusDeleted) return {};
+  return proposed.end ? ConflictsWithSpan(row, proposed, *proposed.end) : ConflictsWithMoment(row, proposed);
+}
+
+Statement RowsNear(const ProposedTime& proposed) {
+  // One part for each index by duration, and one for each of the two that hold what has no duration. A second more on
+  // both sides takes in moments that other programs have rounded differently.
+  constexpr double Margin = 1.0 / 86400;
+  const Date end = proposed.end.value_or(proposed.start);
+  const double from = std::min(proposed.start, end).Serial() - Margin;
+  const double to = std::max(proposed.start, end).Serial() + Margin;
+
+  Statement statement;
+  QStringList parts;
+  for (const DayClass& day : kDayClasses) {
+    const QString reach = QString::fromLatin1(day.reach);
+    QString part = u"SELECT rowid AS near FROM schedule WHERE "_qs + QString::fromLatin1(day.rows) +
+                   u" AND apptime<=? AND appdur>=?"_qs;
+    statement.values << to << from;
+    if (!reach.isEmpty()) {
+      part += u" AND apptime>=?-"_qs + reach;
+      statement.values << from;
+    }
+    parts << part;
+  }
+  parts << u"SELECT rowid FROM schedule WHERE ("_qs + QString::fromLatin1(kOddByStart) +
+               u") AND apptime BETWEEN ? AND ?"_qs
+        << u"SELECT rowid FROM schedule WHERE ("_qs + QString::fromLatin1(kOddByEnd) +
+               u") AND appdur BETWEEN ? AND ?"_qs;
+  statement.values << from << to << from << to;
+  statement.sql = u"SELECT schedule.* FROM ("_qs + parts.join(u" UNION "_qs) +
+                  u") CROSS JOIN schedule ON schedule.rowid=near ORDER BY apptime,schedule.rowid"_qs;
+  return statement;
+}
+
+QStringList TimeConflicts(Store& store, const QString& start, const QString& end, const Date& today) {
+  const auto proposed = ReadProposedTime(start, end, today);
+  QStringList messages;
+  if (!proposed) return messages;
+  const bool read = store.ForEach(RowsNear(*proposed), [&](const ScheduleRecord& row) {
+    messages << ConflictsWith(row, *proposed);
+    return true;
+  });
+  return read ? messages : QStringList();
+}
+
+}  // namespace talnik
