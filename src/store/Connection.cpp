@@ -42,9 +42,15 @@ std::pair<quint64, quint64> IdentityOf(const QString& path) {
   return {info.st_dev, info.st_ino};
 }
 
+/// The library's account of its memory costs a lock at every allocation, and nobody reads it.
+void ConfigureLibrary() {
+  [[maybe_unused]] static const int configured = sqlite3_config(SQLITE_CONFIG_MEMSTATUS, 0);
+}
+
 }  // namespace
 
 std::unique_ptr<Connection> Connection::Open(const QString& path, bool patient, int& error) {
+  ConfigureLibrary();
   const QString full = QFileInfo(path).absoluteFilePath();
   std::unique_ptr<Connection> connection(new Connection);
   error = sqlite3_open_v2(QFile::encodeName(full).constData(), &connection->db_,

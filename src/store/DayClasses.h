@@ -6,10 +6,10 @@ namespace talnik {
 
 /// No index can answer "which events touch this day" by itself, because an event may have begun at any time before.
 /// So the rows are parted by how long they last: for each class a partial index by start needs to be read only from
-/// that long before the day. Every row with a start or an end lies in at least one class.
+/// that long before the day. Every row is either in one of the classes or among the odd rows.
 struct DayClass {
   const char* index;  ///< name
-  const char* rows;   ///< condition of the partial index; a query must repeat it letter by letter
+  const char* rows;   ///< condition of the partial index; a query that is to use it repeats it letter by letter
   const char* reach;  ///< days before the day that an event of the class can have begun, and a little; "" has no limit
 };
 
@@ -22,8 +22,7 @@ inline constexpr std::array<DayClass, 5> kDayClasses = {{
     {"schedule_daylong", "appdur-apptime>512", ""},
 }};
 
-/// What lacks one of the two or ends before it starts: by start, and by end.
-inline constexpr const char* kOddByStart = "appdur<apptime OR appdur IS NULL";
-inline constexpr const char* kOddByEnd = "appdur<apptime OR apptime IS NULL";
+/// What lacks a start or an end, or ends before it starts: few rows.
+inline constexpr const char* kOddRows = "appdur<apptime OR appdur IS NULL OR apptime IS NULL";
 
 }  // namespace talnik

@@ -20,15 +20,15 @@ QStringList TouchingQueries(const QString& what, const QString& also) {
     const QString since = reach.isEmpty() ? QString() : QString(u" AND apptime>=?1-"_qs + reach);
     add(QString::fromLatin1(day.rows) + since + u" AND apptime<?2 AND appdur>=?1"_qs);
   }
-  add(u'(' + QString::fromLatin1(kOddByStart) + u") AND apptime>=?1 AND apptime<?2"_qs);
-  add(u'(' + QString::fromLatin1(kOddByEnd) +
-      u") AND appdur>=?1 AND appdur<?2 AND (apptime IS NULL OR apptime<?1 OR apptime>=?2)"_qs);
+  const QString odd = u'(' + QString::fromLatin1(kOddRows) + u") AND "_qs;
+  add(odd + u"apptime>=?1 AND apptime<?2"_qs);
+  add(odd + u"appdur>=?1 AND appdur<?2 AND (apptime IS NULL OR apptime<?1 OR apptime>=?2)"_qs);
   return queries;
 }
 
 QString RowsSql(const QString& also) {
   return u"SELECT * FROM schedule WHERE rowid IN ("_qs + TouchingQueries(u"rowid"_qs, also).join(u" UNION ALL "_qs) +
-         u") ORDER BY apptime,rowid"_qs;
+         u") ORDER BY apptime,status,rowid"_qs;
 }
 
 QString AndVisible() {

@@ -23,19 +23,13 @@ QList<SchemaIndex> Indexes() {
     indexes.append({name, "CREATE INDEX " + name + " ON schedule(" + columns + ")" + where});
   };
   for (const DayClass& day : kDayClasses) add(day.index, "apptime,appdur,status", day.rows);
-  add("schedule_odd_start", "apptime,appdur,status", kOddByStart);
-  add("schedule_odd_end", "appdur,apptime,status", kOddByEnd);
+  add("schedule_odd", "apptime,appdur,status", kOddRows);
   add("schedule_start", "apptime,status", "");
-  add("schedule_guid", "guid,status", "");
+  add("schedule_guid", "guid COLLATE NOCASE,status", "");
   add("schedule_odd_guid", "guid", OddGuid());
-  add("schedule_pending", "alarmtime,alarm DESC", "alarmtime IS NOT NULL AND coalesce(alarmfired,0)=0");
-  add("schedule_alarmtime", "alarmtime", "alarmtime IS NOT NULL");
+  add("schedule_alarms", QByteArray(kFired) + ",alarmtime,alarm DESC", "alarmtime IS NOT NULL");
   add("schedule_alarm", "apptime", "alarm<>0");
-  add("schedule_sound", "wav", "wav<>''");
-  add("schedule_roots", "apptime", "status=9");
-  add("schedule_spawntime", "spawntime", "status=9 AND spawntime IS NOT NULL");
-  add("schedule_exceptions", "apptime", "status IN (2,8)");
-  add("schedule_no_status", "status", "status IS NULL");
+  add("schedule_roles", "status,spawntime", kSpecialRows);
   return indexes;
 }
 
@@ -79,10 +73,8 @@ bool MakeIndexes(sqlite3* db, const QList<SchemaIndex>& missing) {
 
 QByteArray OddGuid() {
   const QByteArray digits = QByteArray("[0-9a-f]").repeated(32);
-  const QByteArray bytes = "length(CAST(guid AS BLOB))";
-  // A stamp is far shorter than 31 bytes, and 31 leave no room for another identity behind the "_".
-  return "NOT (" + bytes + "=32 AND guid GLOB '" + digits + "' OR " + bytes + " BETWEEN 34 AND 64 AND guid GLOB '" +
-         digits + "_*')";
+  // 31 characters behind the identity leave no room for another one.
+  return "length(guid)>32 AND NOT (length(guid)<65 AND guid GLOB '" + digits + "_*')";
 }
 
 QByteArray CreateTableSql() {

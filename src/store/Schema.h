@@ -32,9 +32,14 @@ inline constexpr std::array<SchemaColumn, 12> kColumns = {{
     {"status", "INTEGER"},
 }};
 
-/// Rows whose guid is neither an identity of our own nor such a one with a stamp behind it. Only among these can a
-/// text of 32 hexadecimal digits stand anywhere but at the beginning.
+/// Rows whose guid is longer than an identity of our own and is not such a one with a stamp behind it. Only in these
+/// can an identity of our own stand anywhere but at the beginning.
 QByteArray OddGuid();
+
+/// Conditions and terms of indexes. A query that is to use the index repeats them letter by letter.
+inline constexpr const char* kFired = "(coalesce(alarmfired,0)<>0)";
+/// All but the two roles that nearly all rows have.
+inline constexpr const char* kSpecialRows = "status IS NULL OR status>1";
 
 QByteArray CreateTableSql();
 

@@ -25,8 +25,10 @@ Statement SeriesRows(const QString& guidOrBase) {
     return {u"rowid IN (SELECT rowid FROM schedule WHERE talnik_like(?,guid))"_qs, {pattern}};
   }
   static const QString sql =
-      u"rowid IN (SELECT rowid FROM schedule WHERE guid>=? AND guid<? UNION SELECT rowid FROM schedule WHERE "_qs +
+      u"rowid IN (SELECT rowid FROM schedule WHERE guid COLLATE NOCASE>=? AND guid COLLATE NOCASE<? UNION "
+      u"SELECT rowid FROM schedule WHERE "_qs +
       QString::fromLatin1(OddGuid()) + u" AND talnik_like(?,guid))"_qs;
+  // The first text behind all that begin with the base.
   const QString behind = folded.chopped(1) + QChar(folded.back().unicode() + 1);
   return {sql, {folded, behind, pattern}};
 }
@@ -38,13 +40,17 @@ Statement WithRows(const QString& head, const QString& guidOrBase, const QString
 }
 
 Statement SelectSeries(const QString& guidOrBase, const QString& also) {
-  return WithRows(u"SELECT * FROM schedule WHERE "_qs, guidOrBase, also + u" ORDER BY apptime,rowid"_qs);
+  return WithRows(u"SELECT * FROM schedule WHERE "_qs, guidOrBase, also + u" ORDER BY apptime,status,rowid"_qs);
 }
 
 }  // namespace
 
 Statement OfSeries(const QString& guidOrBase) {
   return SelectSeries(guidOrBase, QString());
+}
+
+Statement WithGuid(const QString& guid) {
+  return {u"SELECT * FROM schedule WHERE guid=?1 COLLATE NOCASE AND guid=?1 ORDER BY rowid"_qs, {guid}};
 }
 
 Statement OfSeriesBelow8(const QString& guidOrBase) {

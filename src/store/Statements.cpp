@@ -1,5 +1,7 @@
 #include "store/Statements.h"
 
+#include "store/Schema.h"
+
 namespace talnik::statements {
 
 namespace {
@@ -10,6 +12,18 @@ Statement Plain(const char* sql) {
 
 Statement OnDay(const char* sql, const Date& day) {
   return {QString::fromLatin1(sql), {day.DateValue().Serial()}};
+}
+
+/// A query that names a term or condition of an index in place of %1.
+Statement Terms(const char* sql, const char* term) {
+  return {QString::fromLatin1(sql).replace(u"%1"_qs, QString::fromLatin1(term)), {}};
+}
+
+/// Rows of the roles that few rows have.
+Statement Special(const char* rows) {
+  return {u"SELECT * FROM schedule WHERE ("_qs + QString::fromLatin1(kSpecialRows) + u") AND "_qs +
+              QString::fromLatin1(rows),
+          {}};
 }
 
 /// Stored moments are whole seconds, so anything within the second is the moment itself, however it was rounded.
@@ -25,24 +39,24 @@ Statement All() {
 }
 
 Statement AllByStart() {
-  return Plain("SELECT * FROM schedule ORDER BY apptime,rowid");
+  return Plain("SELECT * FROM schedule ORDER BY apptime,status,rowid");
 }
 
 Statement Visible() {
-  return Plain("SELECT * FROM schedule WHERE status<8 OR status IS NULL ORDER BY apptime,rowid");
+  return Plain("SELECT * FROM schedule WHERE status<8 OR status IS NULL ORDER BY apptime,status,rowid");
 }
 
 Statement VisibleFrom(const Date& day) {
-  return OnDay("SELECT * FROM schedule WHERE apptime>=? AND status<8 ORDER BY apptime,rowid", day);
+  return OnDay("SELECT * FROM schedule WHERE apptime>=? AND status<8 ORDER BY apptime,status,rowid", day);
 }
 
 Statement WithAlarmAfter(const Date& now) {
-  return OnDay("SELECT * FROM schedule WHERE alarm<>0 AND apptime>? ORDER BY apptime,rowid", now);
+  return OnDay("SELECT * FROM schedule WHERE alarm<>0 AND apptime>? ORDER BY apptime,status,rowid", now);
 }
 
 Statement Containing(const QString& text, const Date& from) {
   // Every text has to be looked at: the plus keeps the rows from being fetched one by one in the order of an index.
-  return {u"SELECT * FROM schedule WHERE talnik_like(?,appointment) AND +apptime>=? ORDER BY +apptime,rowid"_qs,
+  return {u"SELECT * FROM schedule WHERE talnik_like(?,appointment) AND +apptime>=? ORDER BY +apptime,status,rowid"_qs,
           {QString(u'*' + text + u'*'), from.DateValue().Serial()}};
 }
 
@@ -52,9 +66,10 @@ Statement StartingAt(const Date& moment) {
 
 Statement AlarmQueue() {
   // Of alarms at one moment those that will ring come first.
-  return Plain(
-      "SELECT * FROM schedule WHERE alarmtime IS NOT NULL AND coalesce(alarmfired,0)=0 AND (status IS NULL OR "
-      "status<>8) ORDER BY alarmtime,alarm DESC,rowid");
+  return Terms(
+      "SELECT * FROM schedule WHERE alarmtime IS NOT NULL AND %1=0 AND (status IS NULL OR status<>8) "
+      "ORDER BY alarmtime,alarm DESC,rowid",
+      kFired);
 }
 
 Statement AlarmOn() {
@@ -66,27 +81,29 @@ Statement WithAlarmTime() {
 }
 
 Statement WithAlarmAt(const Date& moment) {
-  return AtMoment("SELECT * FROM schedule WHERE alarmtime>? AND alarmtime<? ORDER BY rowid", moment);
+  static const QByteArray sql =
+      QByteArray("SELECT * FROM schedule WHERE ") + kFired + " IN (0,1) AND alarmtime>? AND alarmtime<? ORDER BY rowid";
+  return AtMoment(sql.constData(), moment);
 }
 
 Statement NamingSound(const QString& wav) {
-  return {u"SELECT * FROM schedule WHERE wav<>'' AND wav=? ORDER BY rowid"_qs, {wav}};
+  return {u"SELECT * FROM schedule WHERE wav=? ORDER BY rowid"_qs, {wav}};
 }
 
 Statement Roots() {
-  return Plain("SELECT * FROM schedule WHERE status=9 ORDER BY rowid");
+  return Special("status=9 ORDER BY rowid");
 }
 
 Statement RootsWithSpawnTime() {
-  return Plain("SELECT * FROM schedule WHERE status=9 AND spawntime IS NOT NULL");
+  return Special("status=9 AND spawntime IS NOT NULL");
 }
 
 Statement RootsWithRule() {
-  return Plain("SELECT * FROM schedule WHERE status=9 AND recur IS NOT NULL ORDER BY apptime,rowid");
+  return Special("status=9 AND recur IS NOT NULL ORDER BY apptime,rowid");
 }
 
 Statement Exceptions() {
-  return Plain("SELECT * FROM schedule WHERE status IN (2,8) ORDER BY apptime,rowid");
+  return Special("status IN (2,8) ORDER BY apptime,status,rowid");
 }
 
 Statement Occurrences() {

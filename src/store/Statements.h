@@ -5,8 +5,8 @@
 namespace talnik::statements {
 
 /// The statements of the system. Every value from a user or a file is bound; "day" drops the time of its argument. Rows
-/// that are equal in the order come in the order in which they were added. A series is found by the part of a guid
-/// before its "_"; an empty one finds no row.
+/// with the same start come by status, then in the order in which they were added. A series is found by the part of a
+/// guid before its "_"; an empty one finds no row.
 
 Statement All();                                              ///< every row
 Statement AllByStart();                                       ///< every row, ORDER BY apptime
@@ -25,6 +25,7 @@ Statement AlarmOn();                            ///< alarm True
 Statement WithAlarmTime();                      ///< alarmtime not NULL
 Statement WithAlarmAt(const Date& moment);      ///< alarmtime is exactly the moment
 Statement NamingSound(const QString& wav);      ///< wav is exactly this text
+Statement WithGuid(const QString& guid);        ///< guid is exactly this text
 Statement OfSeries(const QString& guidOrBase);  ///< guid LIKE *base*, ORDER BY apptime
 Statement OfSeriesBelow8(const QString& guidOrBase);
 Statement OfSeriesWithStatus(const QString& guidOrBase, int status);
