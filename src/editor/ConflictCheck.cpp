@@ -1,7 +1,7 @@
 #include "editor/ConflictCheck.h"
 
 #include "editor/FieldText.h"
-#include "store/DayClasses.h"
+#include "store/Statements.h"
 
 #include <QCoreApplication>
 
@@ -71,34 +71,11 @@ QStringList ConflictsWith(const ScheduleRecord& row, const ProposedTime& propose
 }
 
 Statement RowsNear(const ProposedTime& proposed) {
-  // One part for each index by duration, and one for each of the two that hold what has no duration. A second more on
-  // both sides takes in moments that other programs have rounded differently.
-  constexpr double Margin = 1.0 / 86400;
   const Date end = proposed.end.value_or(proposed.start);
-  const double from = std::min(proposed.start, end).Serial() - Margin;
-  const double to = std::max(proposed.start, end).Serial() + Margin;
-
-  Statement statement;
-  QStringList parts;
-  for (const DayClass& day : kDayClasses) {
-    const QString reach = QString::fromLatin1(day.reach);
-    QString part = u"SELECT rowid AS near FROM schedule WHERE "_qs + QString::fromLatin1(day.rows) +
-                   u" AND apptime<=? AND appdur>=?"_qs;
-    statement.values << to << from;
-    if (!reach.isEmpty()) {
-      part += u" AND apptime>=?-"_qs + reach;
-      statement.values << from;
-    }
-    parts << part;
-  }
-  parts << u"SELECT rowid FROM schedule WHERE ("_qs + QString::fromLatin1(kOddByStart) +
-               u") AND apptime BETWEEN ? AND ?"_qs
-        << u"SELECT rowid FROM schedule WHERE ("_qs + QString::fromLatin1(kOddByEnd) +
-               u") AND appdur BETWEEN ? AND ?"_qs;
-  statement.values << from << to << from << to;
-  statement.sql = u"SELECT schedule.* FROM ("_qs + parts.join(u" UNION "_qs) +
-                  u") CROSS JOIN schedule ON schedule.rowid=near ORDER BY apptime,schedule.rowid"_qs;
-  return statement;
+  const Date first = std::min(proposed.start, end);
+  const Date last = std::max(proposed.start, end);
+  // What ends at the very last moment touches it too.
+  return statements::Touching(first, DateAdd(DateUnit::Minute, 1, last).value_or(last));
 }
 
 QStringList TimeConflicts(Store& store, const QString& start, const QString& end, const Date& today) {
