@@ -53,7 +53,7 @@ class RecurEvent {
 /// What spawning depends on besides the series.
 struct SpawnTime {
   Date now = {};
-  ZoneBiases biases;
+  ZoneBiases biases = {};
   SyncIdList* ids = nullptr;  ///< receives the identities of what is spawned; only a synchronisation has one
 };
 
@@ -74,6 +74,7 @@ using AddRow = std::function<bool(const ScheduleRecord&)>;
 
 /// Walks the rule of a series and hands each row of status 1 to `add`. `addFirst` says whether the start itself gets
 /// a row; it is cleared when the start has passed. False when a row was refused; the others are added all the same.
+/// Many rows belong into one transaction of the store.
 bool RecurrPopulate(const AddRow& add, const SpawnSeries& series, bool& addFirst, const SpawnTime& time);
 
 /// Brings the rows of status 1 to what the roots yield now, less the days that an exception or a tombstone holds: as

@@ -192,6 +192,7 @@ WalkResult WalkRule(const RuleText& rule, const WalkStart& from, std::vector<Dat
     start = from.spawnTime.value_or(start);
     if (const auto horizon = DateAdd(DateUnit::Year, 2, start)) end = horizon->Seconds();
   }
+  result.start = start;
   result.first = from.addFirst && !from.spawnTime && start >= from.now;
   if (rule.EndsByCount() && rule.count == 1) return result;
   if (rule.endsByDate) {

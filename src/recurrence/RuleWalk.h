@@ -16,6 +16,7 @@ struct WalkStart {
 };
 
 struct WalkResult {
+  Date start = {};          ///< where the walk began
   bool first = false;       ///< the start itself is one of the dates
   std::vector<Date> dates;  ///< the other ones, in the order of the walk
 };

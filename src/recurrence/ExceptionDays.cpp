@@ -1,0 +1,60 @@
+#include "recurrence/ExceptionDays.h"
+
+#include "store/Like.h"
+#include "store/Store.h"
+#include "store/Text.h"
+
+#include <algorithm>
+
+namespace talnik {
+
+namespace {
+
+/// An identity of our own making.
+bool IsOwnIdentity(const QString& text) {
+  const auto isDigit = [](QChar c) { return (c >= u'0' && c <= u'9') || (c >= u'a' && c <= u'f'); };
+  return text.size() == 32 && std::all_of(text.begin(), text.end(), isDigit);
+}
+
+}  // namespace
+
+std::int64_t SerialDay(const Date& date) {
+  return date.DateValue().Seconds() / 86400;
+}
+
+std::optional<ExceptionDays> ExceptionDays::Read(Store& store) {
+  ExceptionDays result;
+  const Statement exceptions{u"SELECT guid,reftime,apptime FROM schedule WHERE status IN (2,8)"_qs, {}};
+  const bool read = store.ForEachRow(exceptions, [&result](const StoreRow& row) {
+    const auto day = row.IsNull(1) ? row.Moment(2) : row.Moment(1);
+    const QString base = SeriesBase(row.Text(0));
+    // What names no series holds no day: the empty text would fit every one.
+    if (day && !base.isEmpty()) (IsOwnIdentity(base) ? result.own_ : result.foreign_)[base].push_back(SerialDay(*day));
+    return true;
+  });
+  if (!read) return {};
+  return result;
+}
+
+std::vector<std::int64_t> ExceptionDays::OfSeries(const QString& guid) const {
+  Days held;
+  const QByteArray text = guid.toUtf8();
+  const auto takeFitting = [&](const QHash<QString, Days>& days) {
+    for (auto it = days.begin(); it != days.end(); ++it) {
+      const QByteArray pattern = '*' + it.key().toUtf8() + '*';
+      if (LikePattern(pattern).Matches(text)) held.insert(held.end(), it->begin(), it->end());
+    }
+  };
+  takeFitting(foreign_);
+  if (IsOwnIdentity(guid)) {
+    // Of the identities of one length only the equal one fits.
+    const Days days = own_.value(guid);
+    held.insert(held.end(), days.begin(), days.end());
+  } else {
+    takeFitting(own_);
+  }
+  std::sort(held.begin(), held.end());
+  return held;
+}
+
+}  // namespace talnik

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "dates/Date.h"
+
+#include <QHash>
+#include <QString>
+
+#include <optional>
+#include <vector>
+
+namespace talnik {
+
+class Store;
+
+/// The days that exceptions and tombstones hold: no spawned row of their series may stand there.
+class ExceptionDays {
+ public:
+  /// Nothing when the store could not be read.
+  static std::optional<ExceptionDays> Read(Store& store);
+
+  /// The days of one series as serial numbers, in order.
+  std::vector<std::int64_t> OfSeries(const QString& guid) const;
+
+ private:
+  using Days = std::vector<std::int64_t>;
+  /// By what stands in front of the "_" of the guid; identities of our own making apart from those from elsewhere.
+  QHash<QString, Days> own_;
+  QHash<QString, Days> foreign_;
+};
+
+/// The serial number of the day.
+std::int64_t SerialDay(const Date& date);
+
+}  // namespace talnik
