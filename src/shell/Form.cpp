@@ -31,17 +31,6 @@ double Contrast(const QColor& one, const QColor& other) {
   return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-/// As far from `fore` towards `back` as reads well still; `fore` itself where it reads no better.
-QColor Subdued(const QColor& fore, const QColor& back) {
-  constexpr double readable = 7.0;
-  for (int percent = 50; percent > 0; percent -= 5) {
-    const auto mix = [percent](int a, int b) { return a + (b - a) * percent / 100; };
-    const QColor mixed(mix(fore.red(), back.red()), mix(fore.green(), back.green()), mix(fore.blue(), back.blue()));
-    if (Contrast(mixed, back) >= readable) return mixed;
-  }
-  return fore;
-}
-
 QString LookSheet(const CommonSettings& look) {
   // A disabled control is told by its dashed frame too, the focus by the exchanged colours or a thick frame.
   const QString sheet =
@@ -74,7 +63,7 @@ QString LookSheet(const CommonSettings& look) {
   return QString(sheet)
       .replace(u"%back"_qs, look.BackColor.name())
       .replace(u"%fore"_qs, look.ForeColor.name())
-      .replace(u"%dim"_qs, Subdued(look.ForeColor, look.BackColor).name());
+      .replace(u"%dim"_qs, SubduedColor(look.ForeColor, look.BackColor).name());
 }
 
 /// Moves all of a window that is larger than the screen into a view that follows the focus.
@@ -90,6 +79,9 @@ void PutIntoScrollArea(QWidget* window) {
   auto* around = new QVBoxLayout(window);
   around->setContentsMargins(0, 0, 0, 0);
   around->addWidget(area);
+  // The layout that has left had fixed the window's smallest size.
+  window->setMinimumSize(0, 0);
+  around->activate();
   if (focus) focus->setFocus();
   QObject::connect(qApp, &QGuiApplication::focusObjectChanged, area, [area](QObject* now) {
     auto* control = qobject_cast<QWidget*>(now);
@@ -141,6 +133,16 @@ void SetControlId(QWidget* control, int id) {
 
 void SetFormTag(QWidget* window, int tag) {
   window->setProperty("windowTag", tag);
+}
+
+QColor SubduedColor(const QColor& fore, const QColor& back) {
+  constexpr double readable = 7.0;
+  for (int percent = 50; percent > 0; percent -= 5) {
+    const auto mix = [percent](int a, int b) { return a + (b - a) * percent / 100; };
+    const QColor mixed(mix(fore.red(), back.red()), mix(fore.green(), back.green()), mix(fore.blue(), back.blue()));
+    if (Contrast(mixed, back) >= readable) return mixed;
+  }
+  return fore;
 }
 
 void ApplyLook(QWidget* window, const CommonSettings& look, int points) {

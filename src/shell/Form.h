@@ -47,6 +47,9 @@ void SetControlId(QWidget* control, int id);
 /// The number of a window, for tools outside.
 void SetFormTag(QWidget* window, int tag);
 
+/// The colour of what is not available: as far from `fore` towards `back` as reads well still.
+QColor SubduedColor(const QColor& fore, const QColor& back);
+
 /// Paints a window and its controls in the colours of the common settings, in "Arial" of `points`.
 void ApplyLook(QWidget* window, const CommonSettings& look, int points);
 

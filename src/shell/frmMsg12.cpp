@@ -20,6 +20,8 @@ constexpr int LoadTag = 1703;
 constexpr int PollInterval = 200;
 constexpr int SmallestType = 10;
 constexpr int ResizeStep = 10;
+/// What quotes more than this of a record would take seconds to lay out.
+constexpr qsizetype LongestMessage = 10'000;
 
 }  // namespace
 
@@ -63,7 +65,8 @@ void frmMsg12::PrepereForm() {
 }
 
 void frmMsg12::SetMessage(const QString& message, const QString& caption) {
-  txtMessage->setPlainText(message);
+  const bool cut = message.size() > LongestMessage;
+  txtMessage->setPlainText(cut ? message.left(LongestMessage) + u'…' : message);
   setWindowTitle(caption);
 }
 
@@ -145,7 +148,7 @@ void frmMsg12::GiveRoom() {
   const int margins = 2 * metrics.height();
   const int widest = available.width() * 2 / 3;
   const QRect needed =
-      metrics.boundingRect(QRect(0, 0, widest - margins, 0), Qt::TextWordWrap, txtMessage->toPlainText().left(5000));
+      metrics.boundingRect(QRect(0, 0, widest - margins, 0), Qt::TextWordWrap, txtMessage->toPlainText());
   const int height = std::min(needed.height() + margins, available.height() / 2);
   txtMessage->setMinimumSize(std::clamp(needed.width() + margins, available.width() / 3, widest), height);
 }

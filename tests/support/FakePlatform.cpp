@@ -30,7 +30,7 @@ void FakeSound::Play(const QString& path, std::function<void()> finished) {
   transcript_ << u"sound: "_qs + QFileInfo(path).fileName();
   finished_ = std::move(finished);
   if (Played) Played(path);
-  if (!Hold) QTimer::singleShot(0, [this] { Finish(); });
+  if (!Hold) QTimer::singleShot(0, &alive_, [this] { Finish(); });
 }
 
 void FakeSound::Stop() {

@@ -2,6 +2,7 @@
 
 #include "platform/Platform.h"
 
+#include <QObject>
 #include <QStringList>
 
 #include <map>
@@ -50,6 +51,7 @@ class FakeSound : public Sound {
  private:
   Transcript& transcript_;
   std::function<void()> finished_;
+  QObject alive_;  ///< holds back an end that comes after this sound's own
 };
 
 class FakeClock : public Clock {

@@ -20,7 +20,7 @@ FormDriver::FormDriver() {
 QWidget* FormDriver::Target(QWidget* window) {
   if (!window) window = QApplication::activeModalWidget();
   if (!window) window = QApplication::activeWindow();
-  if (QWidget* popup = QApplication::activePopupWidget()) return popup;
+  if (QWidget* popup = QApplication::activePopupWidget()) return popup->focusWidget() ? popup->focusWidget() : popup;
   if (!window) return QApplication::focusWidget();
   return window->focusWidget() ? window->focusWidget() : window;
 }
@@ -73,8 +73,11 @@ void FormDriver::LookForDialog() {
   QWidget* dialog = QApplication::activeModalWidget();
   met_.removeIf([](const QPointer<QWidget>& met) { return met.isNull() || !met->isVisible(); });
   if (!dialog || !dialog->isVisible() || met_.contains(dialog)) return;
+  // A window speaks when it comes to the front, which takes a few turns of the event loop.
+  constexpr int patience = 200;
+  if (QApplication::activeWindow() != dialog && ++waited_ < patience) return dialog->activateWindow();
+  waited_ = 0;
   met_ << dialog;
-  if (QApplication::activeWindow() != dialog) dialog->activateWindow();
   if (expected_.empty()) {
     QString words;
     for (auto* text : dialog->findChildren<QPlainTextEdit*>()) words += text->toPlainText() + u' ';

@@ -52,6 +52,7 @@ class FormDriver : public QObject {
   std::deque<std::function<void(QWidget*)>> expected_;
   QList<QPointer<QWidget>> met_;
   QTimer poll_;
+  int waited_ = 0;
 };
 
 }  // namespace talnik::test
