@@ -45,6 +45,14 @@ std::vector<std::uint8_t> KeyCodesOf(xcb_connection_t* connection, std::uint32_t
   return codes;
 }
 
+/// True when the key may lie elsewhere from now on.
+bool TellsOfNewLayout(const xcb_generic_event_t& event, std::uint8_t firstXkbEvent) {
+  const int type = event.response_type & 0x7f;
+  if (type == XCB_MAPPING_NOTIFY) return true;
+  // The second byte of such an event is its kind.
+  return type == firstXkbEvent && (event.pad0 == XCB_XKB_NEW_KEYBOARD_NOTIFY || event.pad0 == XCB_XKB_MAP_NOTIFY);
+}
+
 xcb_connection_t* Display() {
   // Elsewhere the interface is there and leads nowhere.
   if (QGuiApplication::platformName() != u"xcb"_qs) return nullptr;
@@ -55,6 +63,8 @@ xcb_connection_t* Display() {
 }  // namespace
 
 XcbKeyboardHook::XcbKeyboardHook(xcb_connection_t* connection) : connection_(connection) {
+  const xcb_query_extension_reply_t* xkb = xcb_get_extension_data(connection_, &xcb_xkb_id);
+  if (xkb && xkb->present) firstXkbEvent_ = xkb->first_event;
   root_ = xcb_setup_roots_iterator(xcb_get_setup(connection_)).data->root;
   qGuiApp->installNativeEventFilter(this);
 }
@@ -66,7 +76,9 @@ XcbKeyboardHook::~XcbKeyboardHook() {
 bool XcbKeyboardHook::Watch(int hotKey) {
   Ungrab();
   hotKey_ = std::max(hotKey, 0);
-  return hotKey_ == 0 || Grab();
+  if (hotKey_ == 0 || Grab()) return true;
+  hotKey_ = 0;
+  return false;
 }
 
 bool XcbKeyboardHook::Grab() {
@@ -100,22 +112,24 @@ void XcbKeyboardHook::Ungrab() {
   held_ = false;
 }
 
+void XcbKeyboardHook::FollowLayout() {
+  // The news also comes when another keyboard is used, in the middle of the combination: nothing has moved then.
+  if (KeyCodesOf(connection_, KeySymbol(hotKey_ & 0xffff)) == keyCodes_) return;
+  Ungrab();
+  Grab();
+}
+
 bool XcbKeyboardHook::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
   if (hotKey_ == 0 || eventType != "xcb_generic_event_t") return false;
   const auto* event = static_cast<const xcb_generic_event_t*>(message);
-  switch (event->response_type & 0x7f) {
-    case XCB_KEY_PRESS:
-    case XCB_KEY_RELEASE:
-      KeyEvent(*reinterpret_cast<const xcb_key_press_event_t*>(event));
-      break;
-    case XCB_MAPPING_NOTIFY:
-      // The key may lie elsewhere on the new layout.
-      QMetaObject::invokeMethod(
-          this, [this] { Watch(hotKey_); }, Qt::QueuedConnection);
-      break;
-    default:
-      break;
+  const int type = event->response_type & 0x7f;
+  if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
+    KeyEvent(*reinterpret_cast<const xcb_key_press_event_t*>(event));
+  } else if (TellsOfNewLayout(*event, firstXkbEvent_)) {
+    QMetaObject::invokeMethod(
+        this, [this] { FollowLayout(); }, Qt::QueuedConnection);
   }
+  // Let through, so that the toolkit learns the time of the key: without it no window may come to the front.
   return false;
 }
 

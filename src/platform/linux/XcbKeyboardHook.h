@@ -27,11 +27,13 @@ class XcbKeyboardHook : public QObject, public KeyboardHook, private QAbstractNa
  private:
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
   void KeyEvent(const xcb_key_press_event_t& event);
+  void FollowLayout();
   bool Grab();
   void Ungrab();
 
   xcb_connection_t* connection_;
   std::uint32_t root_ = 0;
+  std::uint8_t firstXkbEvent_ = 0;
   int hotKey_ = 0;
   std::vector<std::uint8_t> keyCodes_;  ///< the grabbed keys
   bool held_ = false;                   ///< the combination is down and no other key came between
