@@ -1,6 +1,7 @@
 #pragma once
 
 #include "shell/Form.h"
+#include "timetools/FocusSpeech.h"
 
 class QPushButton;
 
@@ -19,15 +20,17 @@ class frmDeleteRecurrentEvent : public Form {
 
   /// The caption when a change is asked about instead of a deletion.
   void SetCaptionForEdit();
-  void Run() { ShowModal(); }
+  void Run();
+
+  QPushButton* cmdDelSingle;
+  QPushButton* cmdAll;
+  QPushButton* cmdCancel;
 
  private:
   void Answer(int choice);
 
   int& recurrChoice_;
-  QPushButton* cmdDelSingle;
-  QPushButton* cmdAll;
-  QPushButton* cmdCancel;
+  OpeningTitle title_;
 };
 
 }  // namespace talnik

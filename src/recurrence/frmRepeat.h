@@ -1,16 +1,15 @@
 #pragma once
 
 #include "dates/MonthLines.h"
-#include "recurrence/RuleText.h"
+#include "recurrence/RepeatChoice.h"
 #include "shell/Form.h"
-
-#include <QString>
+#include "timetools/FocusSpeech.h"
 
 #include <array>
-#include <functional>
 
 class QCheckBox;
 class QComboBox;
+class QGridLayout;
 class QGroupBox;
 class QLabel;
 class QLineEdit;
@@ -18,31 +17,6 @@ class QPushButton;
 class QRadioButton;
 
 namespace talnik {
-
-/// The rule of the record being edited and its start; the dialog reads them on load and writes them on OK.
-struct RepeatState {
-  QString Repeat_Rule = {};
-  QString Repeat_StartTime = {};  ///< local date text
-};
-
-/// What OpenRepeatEditor needs of the record's form.
-struct RepeatHost {
-  RepeatState& state;
-  std::function<QString()> text3;  ///< start
-  std::function<void(const QString&)> setText3;
-  std::function<QString()> text4;  ///< end
-  std::function<void(const QString&)> setText4;
-  std::function<void(const QString&)> setRepeatCaption;    ///< caption of cmdRepeat
-  std::function<void()> showDialog;                        ///< frmRepeat, modally
-  std::function<bool(const QString& newRule)> editSeries;  ///< EditRecurrentEvent with the current row; true when done
-  std::function<void()> unload;
-};
-
-/// The handler of cmdRepeat: lets the user compose the rule and carries what came of it into the form.
-void OpenRepeatEditor(const RepeatHost& host, const Date& today);
-
-/// The caption of cmdRepeat for a record with this rule.
-QString RepeatCaption(const QString& rule);
 
 /// "Zopakovat": composes the rule of a recurring event.
 class frmRepeat : public Form {
@@ -52,7 +26,55 @@ class frmRepeat : public Form {
   frmRepeat(FormServices& services, const CalendarNames& names, RepeatState& state, QWidget* parent = nullptr);
 
   /// Shows the dialog until OK or Storno.
-  void Run() { ShowModal(); }
+  void Run();
+
+  QComboBox* cmbTimeUnit = nullptr;
+  QComboBox* cmbUnits = nullptr;
+  QGroupBox* frmDays = nullptr;
+  std::array<QCheckBox*, 7> chkDay{};  ///< Monday first
+  QGroupBox* frmMonth = nullptr;
+  std::array<QRadioButton*, 2> optMonthDay{};
+  QGroupBox* frmEnd = nullptr;
+  std::array<QRadioButton*, 3> optEnd{};
+  QLabel* Label1 = nullptr;
+  QComboBox* cmbNumber = nullptr;
+  QLabel* Label3 = nullptr;
+  QLineEdit* txtDeadLine = nullptr;
+  QPushButton* cmdPickDate = nullptr;
+  QPushButton* cmdOK = nullptr;
+  QPushButton* cmdCancel = nullptr;
+
+ private:
+  void BuildControls();
+  void BuildDays(QGridLayout* grid);
+  void BuildMonth(QGridLayout* grid);
+  void BuildEnd(QGridLayout* grid);
+  void BuildButtons(QGridLayout* grid);
+  QComboBox* MakeList(QLabel* label, const char* name, const QStringList& lines);
+  void ConnectList(QComboBox* list, QLabel* label);
+  QRadioButton* MakeOption(const QString& name, const QString& caption, QWidget* frame);
+
+  void LoadForm();
+  void LoadRule(const RuleText& rule);
+  void LoadEnd(const RuleText& rule);
+
+  void cmbTimeUnit_Click();
+  void optEnd_Click(int index);
+  void EnableEnd(bool count, bool date);
+  void txtDeadLine_Change();
+  void cmdPickDate_Click();
+  void cmdOK_Click();
+
+  WeekdaySet CheckedDays() const;
+  /// Nothing when the end date is none.
+  std::optional<RepeatChoice> Choice() const;
+
+  const CalendarNames& names_;
+  RepeatState& state_;
+  Date start_;
+  bool loading_ = false;
+  int indexBefore_ = -1;  ///< of the list in which a key went down
+  OpeningTitle title_;
 };
 
 }  // namespace talnik
