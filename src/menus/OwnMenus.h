@@ -3,12 +3,13 @@
 #include "shell/CommonSettings.h"
 #include "shell/Speech.h"
 
+#include <QAction>
 #include <QHash>
 #include <QList>
 #include <QObject>
 #include <QPointer>
+#include <QProxyStyle>
 
-class QAction;
 class QKeyEvent;
 class QMenu;
 class QMenuBar;
@@ -32,6 +33,15 @@ QHash<QString, QAction*> BuildMenus(QMenu& popup, const QList<MenuItem>& items);
 /// What is said of an item: its caption, its state, its key.
 QString SpokenItem(const QAction& action);
 
+/// The style of the desktop, but that the highlight stops at unavailable items too.
+class MenuStyle : public QProxyStyle {
+  Q_OBJECT
+
+ public:
+  int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
+                QStyleHintReturn* answer) const override;
+};
+
 /// The menus of the program: in the user's type and colours, and spoken. Each item is said as the highlight reaches it,
 /// a menu that opens says its title and its first item, an unavailable item can be reached and refuses to be chosen.
 /// Home, End and first letters move in a menu; F10 opens the bar.
@@ -41,6 +51,7 @@ class OwnMenus : public QObject {
  public:
   /// `look` is read anew at each RefreshOwnMenus and must outlive this object.
   OwnMenus(Speech& speech, const CommonSettings& look, QObject* parent = nullptr);
+  ~OwnMenus() override;
 
   /// Takes the whole tree, and what is added to it later.
   void Attach(QMenuBar& bar);
@@ -60,6 +71,7 @@ class OwnMenus : public QObject {
   void OpenBar(QMenuBar* bar);
   void FitBar(QMenuBar* bar);
   void Highlighted(QAction* action);
+  void SayTitle(QAction* title);
   void MenuOpens(QMenu* menu);
   bool MenuKey(QMenu* menu, QKeyEvent* key);
   bool BarKey(QMenuBar* bar, QKeyEvent* key);
@@ -71,6 +83,9 @@ class OwnMenus : public QObject {
   const CommonSettings& look_;
   QList<QPointer<QMenuBar>> bars_;
   QList<QPointer<QMenu>> popups_;
+  QList<QPointer<QMenu>> menus_;  ///< all that are watched, submenus too
+  MenuStyle style_;
+  QPointer<QAction> title_;  ///< of the bar, yet to be said
   QPointer<QMenu> opening_;  ///< its title has yet to be said
   bool quiet_ = false;       ///< the highlight only passes
 };
