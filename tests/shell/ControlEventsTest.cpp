@@ -54,8 +54,9 @@ class EventWindow : public QDialog {
 
   void Note(const QByteArray& what, Key& key) {
     log << QString::fromLatin1(what);
-    if (handler) handler(what, key);
     if (what == swallowAt) key.Swallow();
+    // The last thing done, on a copy: it may delete this window.
+    if (const auto last = handler) last(what, key);
   }
 
   std::string Log() { return Joined(std::exchange(log, {})); }
