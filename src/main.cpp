@@ -1,13 +1,24 @@
 #include "calendar/frmMain.h"
 #include "platform/linux/MakePlatform.h"
+#include "platform/linux/XcbKeyboardHook.h"
 
 #include <QApplication>
+#include <QLibraryInfo>
+#include <QTranslator>
 
 int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(u"talnik"_qs);
+  QApplication::setDesktopFileName(u"talnik"_qs);
   // The program lives on in the tray; it ends only when the main window says so.
   QApplication::setQuitOnLastWindowClosed(false);
+
+  // Our own texts are Czech as they stand; those of the toolkit follow where they are installed.
+  QTranslator toolkit;
+  if (toolkit.load(u"qtbase_cs"_qs, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
+    QApplication::installTranslator(&toolkit);
+  }
+  talnik::EnableDetectableAutoRepeat();
 
   talnik::frmMain main(talnik::MakePlatform(), QApplication::arguments().mid(1));
   QObject::connect(&main, &talnik::frmMain::Ended, &application, [] { QCoreApplication::exit(0); });

@@ -15,6 +15,7 @@ class QtTrayIcon : public TrayIcon {
   void Add(const QIcon& icon, const QString& tip) override;
   void SetTip(const QString& tip) override;
   void Delete() override;
+  /// Asks the desktop, which may take a moment: not for timers.
   bool IsThere() const override;
 
  private:
