@@ -1,0 +1,28 @@
+# cmake -DCHECK=arrows.cmake -DWORK=DIR -P arrows_test.cmake   Proves on a small house that each wrong arrow is found.
+cmake_minimum_required(VERSION 3.25)
+
+# expect(RESULT FILE INCLUDE [LINKS]): a house whose FILE includes INCLUDE, and whose low room states LINKS.
+function(expect result file include)
+  file(REMOVE_RECURSE ${WORK})
+  file(WRITE ${WORK}/src/CMakeLists.txt "add_subdirectory(platform)\nadd_subdirectory(low)\nadd_subdirectory(high)\n")
+  file(WRITE ${WORK}/src/platform/CMakeLists.txt "talnik_room(platform LINKS Qt6::Core)\n")
+  file(WRITE ${WORK}/src/low/CMakeLists.txt "talnik_room(low LINKS ${ARGN} Qt6::Core)\n")
+  file(WRITE ${WORK}/src/high/CMakeLists.txt "talnik_room(high LINKS low\n  Qt6::Core)\n")
+  file(WRITE ${WORK}/src/${file} "#pragma once\n#include \"${include}\"\n#include <QString>\n")
+  execute_process(COMMAND ${CMAKE_COMMAND} -DSOURCE=${WORK} -P ${CHECK} RESULT_VARIABLE code OUTPUT_VARIABLE told ERROR_QUIET)
+  if((code EQUAL 0 AND NOT result STREQUAL "good") OR (NOT code EQUAL 0 AND NOT told MATCHES "${result}"))
+    message(SEND_ERROR "${file} with ${include}: expected \"${result}\", got ${code}: ${told}")
+  endif()
+endfunction()
+
+expect(good high/a.cpp low/b.h)
+expect(good high/a.cpp high/a.h)
+expect(good platform/linux/a.cpp platform/linux/a.h)
+expect(good main.cpp platform/linux/a.h)
+expect("does not state that it leans on platform" high/a.cpp platform/Clock.h)
+expect("does not state that it leans on high" low/a.h high/b.h)
+expect("names no room" high/a.cpp b.h)
+expect("only main.cpp may include" low/a.cpp platform/linux/a.h platform)
+expect("only main.cpp may include" platform/none/a.h platform/linux/a.h)
+expect("may not lean on high" high/a.cpp low/b.h high)
+file(REMOVE_RECURSE ${WORK})
