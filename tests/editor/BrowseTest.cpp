@@ -1,0 +1,314 @@
+#include "editor/EditorControls.h"
+#include "editor/EditorWorld.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QClipboard>
+
+namespace talnik::test {
+namespace {
+
+class Browse : public EditorWorld {
+ protected:
+  void AddThree() {
+    Add("15.1.2024 9:00", "první");
+    Add("15.1.2024 10:00", "druhý", "15.1.2024 11:00");
+    Add("16.1.2024", "třetí");
+  }
+  /// What was heard since the last call, but for the speech of the focus on the way.
+  std::string Heard() { return world.Heard().join(u"; "_qs).toStdString(); }
+};
+
+TEST_F(Browse, OpeningSaysTheTitleAndTheTextOfTheFirstRecord) {
+  AddThree();
+  Run([&](frmSchedule& form) {
+    EXPECT_EQ(Heard(), "say: Plán - 15.1.2024 9:00; and: Poznámka: první");
+    EXPECT_EQ(Field(form, "txtPos"), u"1/3"_qs);
+    EXPECT_EQ(form.Tag(), 1729);
+    EXPECT_EQ(form.objectName(), u"frmSchedule"_qs);
+  });
+}
+
+TEST_F(Browse, PageKeysSayTheRecordOnceAPressAndTheEndsAreAudible) {
+  AddThree();
+  const struct {
+    int key;
+    Qt::KeyboardModifiers with;
+    const char* heard;
+    const char* position;
+  } steps[] = {
+      {Qt::Key_PageDown, Qt::NoModifier, "say: 10:00 druhý", "2/3"},
+      {Qt::Key_PageDown, Qt::NoModifier, "say: 16. 1. 2024  třetí", "3/3"},
+      {Qt::Key_PageDown, Qt::NoModifier, "sound: refused.wav; say: 16. 1. 2024  třetí", "3/3"},
+      {Qt::Key_PageUp, Qt::ControlModifier, "say: 15. 1. 2024 9:00  první", "1/3"},
+      {Qt::Key_PageUp, Qt::NoModifier, "sound: refused.wav; say: 9:00 první", "1/3"},
+      {Qt::Key_PageDown, Qt::ControlModifier, "say: 16. 1. 2024  třetí", "3/3"},
+      {Qt::Key_PageUp, Qt::NoModifier, "say: 15. 1. 2024 10:00  druhý", "2/3"},
+  };
+  Run([&](frmSchedule& form) {
+    Heard();
+    for (const auto& step : steps) {
+      driver.Press(step.key, step.with);
+      EXPECT_EQ(Heard(), step.heard);
+      EXPECT_EQ(Field(form, "txtPos").toStdString(), step.position);
+    }
+    Focus(form, "Text3");
+    Heard();
+    driver.Press(Qt::Key_PageDown);
+    EXPECT_EQ(Heard(), "say: 16. 1. 2024  třetí; say:  datum 16.1.2024") << "the start field tells the moment";
+    Command(form, "mnuFirst");
+    EXPECT_EQ(Heard(), "") << "a menu command is silent";
+    EXPECT_EQ(Note(form), u"první"_qs);
+  });
+}
+
+TEST_F(Browse, ANewRecordCannotBeLeftByPaging) {
+  AddThree();
+  RunNew("17.1.2024 12:00:00", [&](frmSchedule& form) {
+    EXPECT_EQ(form.Tag(), 1722);
+    EXPECT_EQ(form.windowTitle(), u"Plán"_qs);
+    EXPECT_EQ(Field(form, "Text3"), u"17.1.2024 12:00"_qs) << "put back by the focus of the text";
+    EXPECT_FALSE(FormDriver::Find<QLineEdit>(&form, "txtPos")->isVisible());
+    Heard();
+    driver.Press(Qt::Key_PageUp);
+    driver.Press(Qt::Key_PageDown, Qt::ControlModifier);
+    Command(form, "mnuRecPos");
+    Command(form, "mnuDelete");
+    EXPECT_EQ(Heard(), "sound: refused.wav; sound: refused.wav; sound: refused.wav; sound: refused.wav");
+    SetField(form, "Text3", "18.1.2024 7:00");
+    Focus(form, "Text3");
+    Focus(form, "Text1");
+    EXPECT_EQ(Field(form, "Text3"), u"18.1.2024 7:00"_qs) << "a start entered since stays";
+  });
+  EXPECT_EQ(Rows().size(), 3U);
+}
+
+TEST_F(Browse, ClosingReturnsToTheDayOfTheRecordUnlessItWasCancelledOrIsAlone) {
+  Add("15.1.2024 9:00", "první");
+  Run([&](frmSchedule& form) { Command(form, "mnuExit"); });
+  EXPECT_TRUE(shownDays.isEmpty());
+  Add("16.1.2024", "druhý");
+  Run([&](frmSchedule&) { driver.Press(Qt::Key_Escape); });
+  Run([&](frmSchedule& form) { Click(form, "cmdStorno"); });
+  EXPECT_TRUE(shownDays.isEmpty());
+  Run([&](frmSchedule& form) {
+    driver.Press(Qt::Key_PageDown);
+    SetNote(form, u"nikdy neuloženo"_qs);
+    Command(form, "mnuExit");
+    EXPECT_FALSE(form.isVisible());
+  });
+  EXPECT_EQ(shownDays, QStringList(u"16.1.2024"_qs));
+  EXPECT_EQ(skips, 4);
+  EXPECT_EQ(Rows().at(1).appointment, u"druhý"_qs);
+}
+
+TEST_F(Browse, AStartThatIsNoDateRefusesTheClosingButNotTheCancelling) {
+  AddThree();
+  Run([&](frmSchedule& form) {
+    SetField(form, "Text3", "31.2.2024");
+    ExpectMessage("Špatný časový údaj.");
+    form.close();
+    EXPECT_TRUE(form.isVisible());
+    EXPECT_EQ(Field(form, "Text3"), u"31.2.2024"_qs);
+    driver.Press(Qt::Key_Escape);
+    EXPECT_FALSE(form.isVisible());
+  });
+  EXPECT_TRUE(shownDays.isEmpty());
+}
+
+TEST_F(Browse, EachModeHasItsList) {
+  Add("10.1.2024", "starý", "", "10.1.2024 7:00");
+  Add("15.1.2024 7:00", "dnes ráno", "", "15.1.2024 6:00");
+  Add("20.1.2024", "smazaný", "", "20.1.2024");
+  store->Execute({u"UPDATE schedule SET status=8 WHERE appointment=?"_qs, {u"smazaný"_qs}});
+  Add("21.1.2024", "bez alarmu");
+  const struct {
+    int mode;
+    const char* filter;
+    const char* first;
+    const char* position;
+  } cases[] = {
+      {ModeAll, "", "starý", "1/3"},
+      {ModeFromDay, "", "dnes ráno", "1/2"},
+      {ModeFromDay, "16.1.2024", "bez alarmu", "1/1"},
+      {ModeReserved, "16.1.2024", "smazaný", "3/4"},
+      {ModeCustom, "", "bez alarmu", "4/4"},
+      {ModeWithAlarm, "", "dnes ráno", "1/2"},
+      {ModeSearch, "", "bez alarmu", "1/1"},
+  };
+  state.SearchText = u"BEZ AL"_qs;
+  state.SearchFrom = At("1.1.1 1:00");
+  state.CustomQuery = statements::AllByStart();
+  for (const auto& row : cases) {
+    state.FilterMode = row.mode;
+    state.FilterDate = Q(row.filter);
+    state.CustomSkip = 3;
+    Run([&](frmSchedule& form) {
+      EXPECT_EQ(Note(form).toStdString(), row.first) << "mode " << row.mode;
+      EXPECT_EQ(Field(form, "txtPos").toStdString(), row.position) << "mode " << row.mode;
+    });
+  }
+  state.FilterMode = ModeCustom;
+  state.CustomSkip = 99;
+  Run([&](frmSchedule& form) { EXPECT_EQ(Field(form, "txtPos"), u"4/4"_qs); });
+  EXPECT_EQ(state.CustomSkip, 0);
+}
+
+TEST_F(Browse, ASearchThatFindsNothingSaysSoOnceAndCloses) {
+  AddThree();
+  state.FilterMode = ModeSearch;
+  state.SearchText = u"nikde"_qs;
+  frmSchedule form(services, Context());
+  ExpectMessage("Nenalezeno: nikde");
+  driver.Expect([](QWidget*) {});
+  form.Run();
+  EXPECT_FALSE(form.isVisible());
+  EXPECT_EQ(state.FilterMode, ModeAll);
+}
+
+TEST_F(Browse, AStoreThatCannotBeReadIsTold) {
+  store->Close();
+  ASSERT_TRUE(QFile::remove(paths.Store));
+  ASSERT_TRUE(QDir().mkdir(paths.Store));
+  frmSchedule form(services, Context());
+  ExpectMessage("Chyba databáze.");
+  driver.Expect([&](QWidget* opened) {
+    EXPECT_EQ(opened, &form);
+    driver.Press(Qt::Key_PageDown);
+    driver.Press(Qt::Key_Escape);
+  });
+  form.Run();
+}
+
+TEST_F(Browse, EveryFieldSaysItselfOnFocus) {
+  Add("15.1.2024 9:00", "první", "15.1.2024 10:00", "15.1.2024 8:30");
+  const struct {
+    const char* control;
+    const char* said;
+  } cases[] = {
+      {"Text3", "say: Čas: 15.1.2024 9:00"},
+      {"cmdPickDate1", "say: Vybrat datum a čas"},
+      {"Text4", "say: Ukončení: 15.1.2024 10:00"},
+      {"cmdPickDate2", "say: Vybrat datum a čas ukončení"},
+      {"cmbUserUnit", "say: Alarm: 30 minut předem"},
+      {"chkAlarm", "say: Alarm nezaškrtnuto"},
+      {"txtPos", "say: Položka: 1/1"},
+      {"Text2", "say: bez nahrávky"},
+      {"cmdRepeat", "say: Nastavit opakování"},
+      {"cmdOK", "say: Uložit"},
+      {"Text1", "say: Poznámka: první"},
+  };
+  Run([&](frmSchedule& form) {
+    for (const auto& row : cases) {
+      Heard();
+      Focus(form, row.control);
+      EXPECT_EQ(Heard(), row.said);
+    }
+    Focus(form, "cmbUserUnit");
+    Heard();
+    driver.Press(Qt::Key_Down);
+    EXPECT_EQ(Heard(), "say: 1 hodina předem");
+  });
+}
+
+TEST_F(Browse, TheReadingCommandsSpeakOrTellWhatIsMissing) {
+  Add("15.1.2024 9:00", "první", "15.1.2024 10:00");
+  Add("16.1.2024", "");
+  Run([&](frmSchedule& form) {
+    Heard();
+    for (const char* command : {"mnuText", "mnuDate", "mnuDur"}) Command(form, command);
+    EXPECT_EQ(Heard(), "say: první; say: 15.1.2024 9:00; say: 15.1.2024 10:00");
+    ExpectMessage("Záznam 1 z 2.");
+    Command(form, "mnuRecPos");
+    driver.Press(Qt::Key_PageDown);
+    SetField(form, "Text3", "");
+    Heard();
+    Command(form, "mnuDate");
+    Command(form, "mnuDur");
+    EXPECT_EQ(Heard(), "say: není záznam o čase; say: Není čas ukončení.");
+    ExpectMessage("Není textový záznam.");
+    Command(form, "mnuText");
+    SetField(form, "Text3", "16.1.2024");
+    Command(form, "mnuEditDuration");
+    EXPECT_EQ(Field(form, "Text4"), u"16.1.2024"_qs);
+    EXPECT_EQ(form.focusWidget()->objectName(), u"Text4"_qs);
+  });
+}
+
+TEST_F(Browse, TheLeadFieldsFollowTheChoiceAndTheRecord) {
+  Add("15.1.2024 9:00", "dva týdny", "", "1.1.2024 9:00");
+  Add("16.1.2024 9:00", "volný", "", "16.1.2024 7:10");
+  Add("17.1.2024 9:00", "žádný");
+  Run([&](frmSchedule& form) {
+    auto* unit = FormDriver::Find<QComboBox>(&form, "cmbAlarmUnit");
+    auto* value = FormDriver::Find<QLineEdit>(&form, "Text5");
+    const auto shown = [&] {
+      return u"%1 %2 %3 %4"_qs.arg(Lead(form)).arg(value->text(), unit->currentText()).arg(unit->isVisible());
+    };
+    EXPECT_EQ(shown(), u"13 2 týdnů 1"_qs);
+    driver.Press(Qt::Key_PageDown);
+    EXPECT_EQ(shown(), u"13 16.1.2024 7:10 měsíců 0"_qs);
+    SetLead(form, 4);
+    driver.Expect([&](QWidget* dialog) { driver.Press(Qt::Key_Escape, Qt::NoModifier, dialog); });
+    driver.Press(Qt::Key_PageDown);
+    EXPECT_EQ(Lead(form), 0);
+    EXPECT_FALSE(value->isEnabled());
+    SetLead(form, LeadCustom);
+    EXPECT_EQ(shown(), u"13 0 minut 1"_qs);
+    Focus(form, "Text5");
+    Heard();
+    driver.Press(Qt::Key_Down);
+    driver.Press(Qt::Key_Down, Qt::ControlModifier);
+    driver.Press(Qt::Key_Up);
+    EXPECT_EQ(Heard(), "char: 1; say: 11; say: 10");
+    value->setCursorPosition(0);
+    for (const int key : {Qt::Key_2, Qt::Key_X, Qt::Key_5, Qt::Key_6}) driver.Press(key);
+    EXPECT_EQ(value->text(), u"256"_qs);
+    driver.Press(Qt::Key_Tab);
+    EXPECT_EQ(form.focusWidget(), unit) << "Tab leaves the field";
+  });
+}
+
+TEST_F(Browse, TheCheckBoxRefusesAStartThatHasPassed) {
+  Add("15.1.2024 8:00", "ráno");
+  Run([&](frmSchedule& form) {
+    auto* box = FormDriver::Find<QCheckBox>(&form, "chkAlarm");
+    ExpectMessage("Čas pro alarm již vypršel.");
+    box->click();
+    EXPECT_FALSE(box->isChecked());
+    SetField(form, "Text3", "15.1.2024 8:30");
+    Q_EMIT FormDriver::Find<BellPicture>(&form, "Image2")->Click();
+    EXPECT_TRUE(box->isChecked());
+  });
+}
+
+TEST_F(Browse, TheTextTakesNoMoreThanItsFieldHolds) {
+  RunNew("17.1.2024", [&](frmSchedule& form) {
+    auto* text = FormDriver::Find<NoteBox>(&form, "Text1");
+    SetNote(form, QString(254, u'a'));
+    text->moveCursor(QTextCursor::End);
+    Heard();
+    driver.Type(u"ěš"_qs);
+    EXPECT_EQ(Heard(), "sound: refused.wav");
+    EXPECT_EQ(text->Text().size(), 255);
+    driver.Press(Qt::Key_Return);
+    EXPECT_EQ(Heard(), "sound: refused.wav");
+
+    QString huge(10'000'000, u'x');
+    huge.insert(3, QChar(QChar::Null));
+    QApplication::clipboard()->setText(huge);
+    text->selectAll();
+    text->paste();
+    EXPECT_EQ(text->Text(), QString(255, u'x'));
+    EXPECT_EQ(Heard(), "sound: refused.wav");
+    text->selectAll();
+    text->insertPlainText(QString(253, u'x'));
+    QApplication::clipboard()->setText(u"a😀"_qs);
+    text->paste();
+    EXPECT_EQ(text->Text().size(), 254) << "no half of a character";
+    EXPECT_EQ(Heard(), "sound: refused.wav");
+  });
+}
+
+}  // namespace
+}  // namespace talnik::test
