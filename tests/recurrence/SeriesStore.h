@@ -1,0 +1,102 @@
+#pragma once
+
+#include "recurrence/EditSeries.h"
+#include "store/Recordset.h"
+#include "store/Statements.h"
+#include "store/Store.h"
+#include "store/Template.h"
+
+#include <QFile>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+namespace talnik::test {
+
+inline Date Moment(const char* text) {
+  const auto date = CDate(QString::fromLatin1(text), Date());
+  EXPECT_TRUE(date) << text;
+  return date.value_or(Date());
+}
+
+/// All rows by start; where starts are equal, as they were added.
+inline Statement ByStart() {
+  return {u"SELECT * FROM schedule ORDER BY apptime,rowid"_qs, {}};
+}
+
+/// A store of its own, in memory where the machine has a place for that, and a clock.
+struct SeriesStore {
+  QTemporaryDir folder{QFile::exists(u"/dev/shm"_qs) ? u"/dev/shm/talnik-XXXXXX"_qs : u"talnik-XXXXXX"_qs};
+  QString path = folder.filePath(u"talnik.MDB"_qs);
+  Store store{path};
+  SpawnTime time{.now = Moment("1.1.2024 8:00"), .biases = {-60, 0, -60, false}};
+  QString id = u"0123456789abcdef0123456789abcdef"_qs;
+
+  SeriesStore() { EXPECT_TRUE(CreateStore(path)); }
+
+  ScheduleRecord Root(const char* start, const char* rule) const {
+    ScheduleRecord root;
+    root.appointment = u"Cvičení"_qs;
+    root.apptime = Moment(start);
+    root.appdur = DateAdd(DateUnit::Hour, 1, *root.apptime);
+    root.recur = QString::fromLatin1(rule);
+    root.status = StatusRoot;
+    root.guid = id;
+    return root;
+  }
+
+  /// Writes a row of the series: an exception or a tombstone.
+  void AddMember(int status, const QString& guid, const char* start, const char* reftime = nullptr) {
+    ScheduleRecord row = Root(start, " RRULE:FREQ=DAILY INTERVAL=1");
+    row.status = status;
+    row.guid = guid;
+    if (reftime) row.reftime = Moment(reftime);
+    EXPECT_TRUE(store.Insert(row));
+  }
+
+  void AddRoot(const ScheduleRecord& root) {
+    EXPECT_TRUE(store.Insert(root));
+    EXPECT_TRUE(Rebuild());
+  }
+
+  bool Rebuild() { return RebuildOccurrences(store, time); }
+
+  std::vector<ScheduleRecord> Rows(const Statement& statement = ByStart()) {
+    std::vector<ScheduleRecord> rows;
+    EXPECT_TRUE(store.ForEach(statement, [&rows](const ScheduleRecord& row) {
+      rows.push_back(row);
+      return true;
+    }));
+    return rows;
+  }
+
+  /// "status start" of the rows, by start.
+  std::string Summary(const Statement& statement = ByStart()) {
+    QStringList lines;
+    for (const ScheduleRecord& row : Rows(statement)) {
+      lines << QString::number(row.status.value_or(-1)) + u' ' + DateText(row.apptime.value_or(Date()));
+    }
+    return lines.join(u", "_qs).toStdString();
+  }
+
+  std::string Occurrences() { return Summary(statements::Occurrences()); }
+
+  qint64 Writes() { return store.Number({u"SELECT total_changes()+?"_qs, {0}}).value(); }
+
+  /// A recordset that stands on the first row of this status.
+  std::unique_ptr<Recordset> StandingOn(int status) {
+    auto rows = Recordset::Open(store, ByStart());
+    EXPECT_TRUE(rows->FindFirst([status](const ScheduleRecord& row) { return row.status == status; }));
+    return rows;
+  }
+
+  void Touch(const QString& file) {
+    QFile note(file);
+    EXPECT_TRUE(note.open(QIODevice::WriteOnly));
+  }
+};
+
+}  // namespace talnik::test
