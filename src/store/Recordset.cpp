@@ -124,7 +124,8 @@ bool Recordset::MayWrite() const {
 }
 
 bool Recordset::Update(const ScheduleRecord& changed) {
-  if (!MayWrite()) return false;
+  if (!HasCurrent()) return false;
+  if (!MayWrite()) return store_.impl_->Failed(SQLITE_NOTFOUND);
   const ScheduleRecord cut = CutToColumns(changed);
   ScheduleRecord row;
   // Nothing is written for nothing, but the row must be there.
@@ -135,7 +136,7 @@ bool Recordset::Update(const ScheduleRecord& changed) {
 }
 
 bool Recordset::AddNew(const ScheduleRecord& record) {
-  if (store_.impl_->filesSeen != file_) return false;
+  if (store_.impl_->filesSeen != file_) return store_.impl_->Failed(SQLITE_NOTFOUND);
   const auto key = store_.impl_->Insert(record);
   if (key) keys_.push_back(*key);
   return key.has_value();

@@ -30,6 +30,7 @@ QList<SchemaIndex> Indexes() {
   add("schedule_alarms", QByteArray(kFired) + ",alarmtime,alarm DESC", "alarmtime IS NOT NULL");
   add("schedule_alarm", "apptime", "alarm<>0");
   add("schedule_roles", "status,spawntime", kSpecialRows);
+  add("schedule_spawned", "status", "status=1");
   return indexes;
 }
 

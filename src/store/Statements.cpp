@@ -35,7 +35,7 @@ Statement AtMoment(const char* sql, const Date& moment) {
 }  // namespace
 
 Statement All() {
-  return Plain("SELECT * FROM schedule");
+  return Plain("SELECT * FROM schedule ORDER BY rowid");
 }
 
 Statement AllByStart() {
@@ -73,7 +73,8 @@ Statement AlarmQueue() {
 }
 
 Statement AlarmOn() {
-  return Plain("SELECT * FROM schedule WHERE alarm<>0 ORDER BY rowid");
+  // The plus keeps the whole table from being read for the sake of its order.
+  return Plain("SELECT * FROM schedule WHERE alarm<>0 ORDER BY +rowid");
 }
 
 Statement WithAlarmTime() {
@@ -107,7 +108,7 @@ Statement Exceptions() {
 }
 
 Statement Occurrences() {
-  return Plain("SELECT * FROM schedule WHERE status=1");
+  return Plain("SELECT * FROM schedule WHERE status=1 ORDER BY rowid");
 }
 
 Statement DeleteOccurrences() {

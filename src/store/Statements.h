@@ -5,8 +5,8 @@
 namespace talnik::statements {
 
 /// The statements of the system. Every value from a user or a file is bound; "day" drops the time of its argument. Rows
-/// with the same start come by status, then in the order in which they were added. A series is found by the part of a
-/// guid before its "_"; an empty one finds no row.
+/// with the same start come by status, then as they were added; rows without a stated order come as they were added. A
+/// series is found by the part of a guid before its "_"; an empty one finds no row.
 
 Statement All();                                              ///< every row
 Statement AllByStart();                                       ///< every row, ORDER BY apptime

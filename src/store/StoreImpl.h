@@ -35,13 +35,15 @@ struct Store::Impl {
 
   std::optional<qint64> Count(const Statement& statement);
 
+  /// Keeps account of a write that failed with this code of SQLite; always false.
+  bool Failed(int error);
+
   Store& store;
   std::unique_ptr<Connection> connection;
   int filesSeen = 0;  ///< another number when the path leads to another file than before
 
  private:
   void Reopen(int& error);
-  bool Failed(int error);
   void Succeeded(qint64 changesBefore);
   void Tell();
   bool Begin();

@@ -1,0 +1,94 @@
+#include "store/Repair.h"
+#include "store/StoreFile.h"
+
+#include <QSet>
+
+#include <sqlite3.h>
+
+namespace talnik::test {
+namespace {
+
+class RepairTest : public StoreFile {
+ protected:
+  /// A store as some older version has left it.
+  Store& Old(const char* sql) {
+    const QString oldPath = folder.filePath(u"old.MDB"_qs);
+    sqlite3* db = nullptr;
+    sqlite3_open(oldPath.toUtf8().constData(), &db);
+    EXPECT_EQ(sqlite3_exec(db, sql, nullptr, nullptr, nullptr), SQLITE_OK) << sqlite3_errmsg(db);
+    sqlite3_close(db);
+    return old_.emplace(oldPath);
+  }
+  std::optional<Store> old_;
+};
+
+TEST_F(RepairTest, BringsAnOldStoreUpToDate) {
+  Store& old =
+      Old("CREATE TABLE Schedule(AppTime REAL, Appointment TEXT(255), AppDur REAL, Wav TEXT(255), Alarm INTEGER);"
+          "INSERT INTO Schedule VALUES(45306.5,'first',NULL,NULL,0),(45307,'second',45307.25,'n.wav',1)");
+  EXPECT_FALSE(old.Insert(ScheduleRecord())) << "columns are missing yet";
+  ASSERT_TRUE(RepairSchedule(old));
+  std::vector<ScheduleRecord> rows;
+  old.ForEach(statements::All(), [&rows](const ScheduleRecord& row) {
+    rows.push_back(row);
+    return true;
+  });
+  ASSERT_EQ(rows.size(), 2U);
+  EXPECT_EQ(rows[0].appdur, rows[0].apptime);
+  EXPECT_EQ(rows[1].appdur, At(u"16.1.2024 6:00"_qs));
+  for (const ScheduleRecord& row : rows) {
+    EXPECT_EQ(row.status, StatusSingle);
+    EXPECT_EQ(row.guid.size(), 32);
+    EXPECT_FALSE(row.alarmfired);
+    EXPECT_FALSE(row.alarmtime || row.reftime || row.spawntime);
+  }
+  EXPECT_NE(rows[0].guid, rows[1].guid);
+  EXPECT_TRUE(old.Insert(rows[0]));
+  EXPECT_EQ(old.Number({u"SELECT count(*) FROM sqlite_schema WHERE type='index'"_qs, {}}),
+            store.Number({u"SELECT count(*) FROM sqlite_schema WHERE type='index'"_qs, {}}));
+}
+
+TEST_F(RepairTest, FillsOnlyTheGaps) {
+  ScheduleRecord full = Row(u"full"_qs, u"15.1.2024 8:00"_qs, u"15.1.2024 9:00"_qs, StatusRoot);
+  full.guid = u"kept"_qs;
+  store.Insert(full);
+  store.Insert(Row(u"endless"_qs, u"15.1.2024 8:00"_qs, {}, {}));
+  ASSERT_TRUE(RepairSchedule(store));
+  auto rows = Browse(statements::All());
+  EXPECT_TRUE(rows->Row() == full);
+  rows->MoveNext();
+  EXPECT_EQ(rows->Row().appdur, rows->Row().apptime);
+  EXPECT_EQ(rows->Row().status, StatusSingle);
+  EXPECT_FALSE(rows->Row().guid.isEmpty());
+}
+
+TEST_F(RepairTest, LeavesASoundStoreUntouched) {
+  ASSERT_TRUE(RepairSchedule(store));
+  store.Close();
+  QFile file(path);
+  file.open(QIODevice::ReadOnly);
+  const QByteArray before = file.readAll();
+  ASSERT_TRUE(RepairSchedule(store));
+  store.Close();
+  file.seek(0);
+  EXPECT_TRUE(file.readAll() == before);
+}
+
+TEST_F(RepairTest, RefusesWhatHasNoTable) {
+  EXPECT_FALSE(RepairSchedule(Old("CREATE TABLE other(x)")));
+  Store absent(folder.filePath(u"absent"_qs));
+  EXPECT_FALSE(RepairSchedule(absent));
+}
+
+TEST_F(RepairTest, RefusesALockedStore) {
+  Store other(path);
+  other.InTransaction([&] {
+    other.Insert(Row(u"x"_qs, u"15.1.2024"_qs));
+    EXPECT_FALSE(RepairSchedule(store));
+    return true;
+  });
+  EXPECT_TRUE(RepairSchedule(store));
+}
+
+}  // namespace
+}  // namespace talnik::test

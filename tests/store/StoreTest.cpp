@@ -1,0 +1,216 @@
+#include "store/StoreFile.h"
+#include "store/Text.h"
+
+#include <QFile>
+#include <QFileInfo>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <csignal>
+
+namespace talnik::test {
+namespace {
+
+using StoreTest = StoreFile;
+
+ScheduleRecord FullRow() {
+  ScheduleRecord row = Row(u"Žluťoučký kůň"_qs, u"15.1.2024 8:30:01"_qs, u"16.1.2024"_qs, StatusRoot);
+  row.wav = u"K15083.241"_qs;
+  row.alarm = true;
+  row.alarmtime = At(u"15.1.2024 8:20"_qs);
+  row.alarmfired = true;
+  row.guid = NewGuidText();
+  row.recur = u" RRULE:FREQ=DAILY INTERVAL=1 "_qs;
+  row.reftime = At(u"1.1.1 1:0:0"_qs);
+  row.spawntime = At(u"31.12.9999 23:59:59"_qs);
+  return row;
+}
+
+ScheduleRecord OnlyRow(Store& store) {
+  ScheduleRecord found;
+  store.ForEach(statements::All(), [&found](const ScheduleRecord& row) {
+    found = row;
+    return true;
+  });
+  return found;
+}
+
+TEST_F(StoreTest, GivesBackWhatWasWritten) {
+  const ScheduleRecord empty;
+  for (const ScheduleRecord& row : {FullRow(), empty}) {
+    ASSERT_TRUE(store.Execute(statements::DeleteAll()));
+    ASSERT_TRUE(store.Insert(row));
+    store.Close();
+    EXPECT_TRUE(OnlyRow(store) == row);
+  }
+}
+
+TEST_F(StoreTest, KeepsAnyTextAndCutsItToTheColumn) {
+  const QString hostile = u"a\"'%_*?#;--\r\n"_qs + QChar(0) + QString::fromUtf8("😀ř");
+  ScheduleRecord row = Row(hostile, u"15.1.2024"_qs);
+  ASSERT_TRUE(store.Insert(row));
+  EXPECT_EQ(OnlyRow(store).appointment, hostile);
+
+  store.Execute(statements::DeleteAll());
+  row.appointment = row.wav = row.guid = row.recur = QString(10'000'000, u'ř');
+  ASSERT_TRUE(store.Insert(row));
+  const ScheduleRecord cut = OnlyRow(store);
+  EXPECT_EQ(cut.appointment.size(), 255);
+  EXPECT_EQ(cut.wav.size(), 255);
+  EXPECT_EQ(cut.guid.size(), 250);
+  EXPECT_EQ(cut.recur.size(), 250);
+}
+
+TEST_F(StoreTest, BindsWhatTheUserTypes) {
+  store.Insert(Row(u"x"_qs, u"15.1.2024"_qs));
+  EXPECT_EQ(Found(statements::Containing(u"x\" OR 1 OR \"*'"_qs, At(u"1.1.1 1:0:0"_qs))), "");
+  EXPECT_EQ(Found(statements::OfSeries(u"'; DELETE FROM schedule; --"_qs)), "");
+  EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(StoreTest, NeverMakesAStoreOfWhatIsNone) {
+  QFile(folder.filePath(u"empty"_qs)).open(QIODevice::WriteOnly);
+  QFile text(folder.filePath(u"text"_qs));
+  text.open(QIODevice::WriteOnly);
+  text.write(QByteArray("no database at all\n").repeated(500));
+  text.close();
+  for (const QString& name : {u"absent"_qs, u"empty"_qs, u"text"_qs, u"."_qs}) {
+    const QString other = folder.filePath(name);
+    const qint64 size = QFileInfo(other).size();
+    Store foreign(other);
+    EXPECT_FALSE(foreign.Open());
+    EXPECT_FALSE(foreign.Insert(FullRow()));
+    EXPECT_FALSE(foreign.InTransaction([] { return true; }));
+    EXPECT_FALSE(foreign.Number(statements::CountAll()));
+    EXPECT_EQ(Recordset::Open(foreign, statements::All()), nullptr);
+    EXPECT_EQ(QFileInfo(other).size(), size) << name.toStdString();
+  }
+  EXPECT_FALSE(QFile::exists(folder.filePath(u"absent"_qs)));
+}
+
+TEST_F(StoreTest, SurvivesATruncatedFile) {
+  store.InTransaction([&] {
+    for (int i = 0; i < 500; ++i) store.Insert(FullRow());
+    return true;
+  });
+  store.Close();
+  QFile file(path);
+  file.resize(file.size() / 2);
+  EXPECT_FALSE(store.ForEach(statements::All(), [](const ScheduleRecord&) { return true; }));
+}
+
+TEST_F(StoreTest, IsForItsUserAlone) {
+  const auto mine = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadUser | QFile::WriteUser;
+  EXPECT_EQ(QFile::permissions(path), mine);
+  QFile::setPermissions(path, mine | QFile::ReadGroup | QFile::ReadOther);
+  ASSERT_TRUE(store.Open());
+  EXPECT_EQ(QFile::permissions(path), mine);
+}
+
+TEST_F(StoreTest, TheTemplateReplacesNothing) {
+  store.Insert(FullRow());
+  EXPECT_FALSE(CreateStore(path));
+  EXPECT_FALSE(CreateStore(folder.filePath(u"no/such/folder"_qs)));
+  EXPECT_EQ(Count(), 1);
+}
+
+TEST_F(StoreTest, FindsAFileThatGoesAndComesBack) {
+  store.Insert(Row(u"old"_qs, u"15.1.2024"_qs));
+  QFile::rename(path, folder.filePath(u"away"_qs));
+  EXPECT_FALSE(store.Insert(Row(u"lost"_qs, u"15.1.2024"_qs)));
+  EXPECT_FALSE(QFile::exists(path));
+  QFile::rename(folder.filePath(u"away"_qs), path);
+  EXPECT_EQ(Found(statements::All()), "old");
+
+  // Another file in its place, as when a backup is put back.
+  QFile::remove(path);
+  CreateStore(path);
+  EXPECT_EQ(Found(statements::All()), "");
+}
+
+TEST_F(StoreTest, SeesWhatAnotherProgramWrites) {
+  store.Insert(Row(u"own"_qs, u"15.1.2024"_qs));
+  EXPECT_EQ(Count(), 1);
+  Store other(path);
+  ASSERT_TRUE(other.Insert(Row(u"other's"_qs, u"15.1.2024"_qs)));
+  EXPECT_EQ(Count(), 2);
+  ASSERT_TRUE(store.Insert(Row(u"own again"_qs, u"15.1.2024"_qs)));
+  EXPECT_EQ(Found(statements::All()), "own other's own again");
+}
+
+TEST_F(StoreTest, CountsAfreshAfterEveryWrite) {
+  EXPECT_EQ(Count(), 0);
+  store.Insert(FullRow());
+  EXPECT_EQ(Count(), 1);
+  EXPECT_EQ(store.Number(statements::CountAlarms()), 1);
+  store.InTransaction([&] {
+    store.Insert(FullRow());
+    EXPECT_EQ(Count(), 2);
+    return false;
+  });
+  EXPECT_EQ(Count(), 1);
+  store.Execute(statements::DeleteAll());
+  EXPECT_EQ(Count(), 0);
+}
+
+TEST_F(StoreTest, ATransactionIsAllOrNothing) {
+  const auto insert = [&] { return store.Insert(FullRow()); };
+  const auto insertTwo = [&] { return insert() && insert(); };
+  EXPECT_TRUE(store.InTransaction(insertTwo));
+  EXPECT_EQ(Count(), 2);
+  EXPECT_FALSE(store.InTransaction([&] { return insert() && false; }));
+  EXPECT_EQ(Count(), 2);
+  EXPECT_FALSE(store.InTransaction([&] {
+    insert();
+    store.Execute({u"INSERT INTO nowhere VALUES(1)"_qs, {}});
+    EXPECT_FALSE(insert()) << "a write behind a failed one";
+    return true;
+  }));
+  EXPECT_EQ(Count(), 2);
+  EXPECT_TRUE(store.InTransaction([&] { return insert() && store.InTransaction(insertTwo); }));
+  EXPECT_EQ(Count(), 5);
+  EXPECT_FALSE(store.InTransaction([&] {
+    store.InTransaction([&] { return insert() && false; });
+    return insert();
+  })) << "a nested one that gave up";
+  EXPECT_EQ(Count(), 5);
+}
+
+TEST_F(StoreTest, AKilledProcessLeavesTheOldState) {
+  store.InTransaction([&] {
+    for (int i = 0; i < 2000; ++i) store.Insert(Row(u"old"_qs, u"15.1.2024"_qs));
+    return true;
+  });
+  store.Close();
+  const pid_t child = fork();
+  if (child == 0) {
+    Store own(path);
+    own.InTransaction([&] {
+      own.Execute({u"PRAGMA cache_size=10"_qs, {}});
+      own.Execute(statements::DeleteAll());
+      for (int i = 0; i < 5000; ++i) own.Insert(Row(u"new"_qs, u"15.1.2024"_qs));
+      kill(getpid(), SIGKILL);
+      return true;
+    });
+    _exit(1);
+  }
+  int state = 0;
+  waitpid(child, &state, 0);
+  ASSERT_TRUE(WIFSIGNALED(state));
+  ASSERT_TRUE(QFile::exists(path + u"-journal"_qs)) << "the half-made change must have reached the disk";
+  EXPECT_EQ(Count(), 2000);
+  EXPECT_EQ(Texts(statements::All()).count(u"old"_qs), 2000);
+}
+
+TEST_F(StoreTest, ACopyOfTheFileIsACopyOfTheStore) {
+  store.Insert(FullRow());
+  const QString copy = folder.filePath(u"copy.MDB"_qs);
+  ASSERT_TRUE(QFile::copy(path, copy));
+  EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files).size(), 2) << "nothing lies beside the file";
+  Store second(copy);
+  EXPECT_EQ(second.Number(statements::CountAll()), 1);
+}
+
+}  // namespace
+}  // namespace talnik::test
