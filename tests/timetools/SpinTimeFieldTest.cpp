@@ -1,84 +1,69 @@
 #include "timetools/SpinTimeField.h"
 
+#include <QRegularExpression>
+
 #include <gtest/gtest.h>
+
+#include <algorithm>
+#include <tuple>
 
 namespace talnik::test {
 namespace {
 
 TEST(SpinTimeField, DownAndPlusCountUpUpAndMinusCountDownAndCtrlTakesTen) {
-  struct Case {
-    int code;
-    Qt::KeyboardModifiers shift;
-    bool keypad;
-    int step;
-  };
-  for (const Case& test :
-       {Case{Qt::Key_Down, {}, false, 1}, Case{Qt::Key_Up, {}, false, -1}, Case{Qt::Key_Plus, {}, true, 1},
-        Case{Qt::Key_Minus, {}, true, -1}, Case{Qt::Key_Down, Qt::ControlModifier, true, 10},
-        Case{Qt::Key_Minus, Qt::ControlModifier, true, -10}, Case{Qt::Key_Plus, {}, false, 0},
-        Case{Qt::Key_PageDown, {}, false, 0}}) {
+  const std::tuple<int, Qt::KeyboardModifiers, bool, int> keys[] = {
+      {Qt::Key_Down, Qt::NoModifier, false, 1},      {Qt::Key_Up, Qt::NoModifier, false, -1},
+      {Qt::Key_Plus, Qt::NoModifier, true, 1},       {Qt::Key_Minus, Qt::NoModifier, true, -1},
+      {Qt::Key_Down, Qt::ControlModifier, true, 10}, {Qt::Key_Minus, Qt::ControlModifier, true, -10},
+      {Qt::Key_Plus, Qt::NoModifier, false, 0},      {Qt::Key_PageDown, Qt::NoModifier, false, 0}};
+  for (const auto& [code, shift, keypad, step] : keys) {
     Key key;
-    key.code = test.code;
-    key.shift = test.shift;
-    key.keypad = test.keypad;
-    EXPECT_EQ(SpinStep(key), test.step) << test.code;
+    key.code = code;
+    key.shift = shift;
+    key.keypad = keypad;
+    EXPECT_EQ(SpinStep(key), step) << code;
   }
 }
 
 TEST(SpinTimeField, StopsAtTheLimitsAndIsWrittenInItsFormat) {
-  struct Case {
-    QString text;
-    int step, minimum, maximum;
-    SpinFormat format;
-    const char* expected;
-  };
   constexpr auto two = SpinFormat::TwoDigits;
   constexpr auto plain = SpinFormat::Plain;
-  for (const Case& test :
-       {Case{u"08"_qs, 1, 0, 23, two, "09"}, Case{u"23"_qs, 1, 0, 23, two, "23"}, Case{u"15"_qs, 10, 0, 23, two, "23"},
-        Case{u"5"_qs, -10, 0, 59, two, "00"}, Case{QString(), 1, 0, 59, two, "01"}, Case{u"x"_qs, 1, 0, 59, two, "01"},
-        Case{u"590"_qs, 10, 0, 600, plain, "600"}, Case{u"9"_qs, -1, 0, 600, plain, "8"},
-        Case{u"99999999999999999999"_qs, 10, 0, 600, plain, "600"}, Case{u"2024"_qs, -1, 1000, 3000, plain, "2023"}}) {
-    EXPECT_EQ(SpinTimeField(test.text, test.step, test.minimum, test.maximum, test.format).toStdString(),
-              test.expected);
-  }
+  const std::tuple<const char*, int, int, int, SpinFormat, const char*> spins[] = {
+      {"08", 1, 0, 23, two, "09"},
+      {"23", 1, 0, 23, two, "23"},
+      {"15", 10, 0, 23, two, "23"},
+      {"5", -10, 0, 59, two, "00"},
+      {"", 1, 0, 59, two, "01"},
+      {"x", 1, 0, 59, two, "01"},
+      {"9", -1, 0, 600, plain, "8"},
+      {"590", 10, 0, 600, plain, "600"},
+      {"99999999999999999999", 10, 0, 600, plain, "600"},
+      {"1", -1, 1, 12, plain, "1"},
+      {"2024", -1, 1000, 3000, plain, "2023"}};
+  for (const auto& [text, step, minimum, maximum, format, expected] : spins)
+    EXPECT_EQ(SpinTimeField(QString::fromLatin1(text), step, minimum, maximum, format).toStdString(), expected);
 }
 
-TEST(SpinTimeField, TimesAreValidBelow24HoursAnd60Minutes) {
-  EXPECT_TRUE(ValidTimeFields(u"23"_qs, u"59"_qs));
-  EXPECT_TRUE(ValidTimeFields(QString(), QString()));
-  EXPECT_FALSE(ValidTimeFields(u"24"_qs, u"0"_qs));
-  EXPECT_FALSE(ValidTimeFields(u"0"_qs, u"60"_qs));
+/// "12,3|0" is 12 hours and 30 minutes with the caret in the minutes; "[12],30" has the hours selected.
+TimeFields Parsed(QString text) {
+  TimeFields fields;
+  fields.field =
+      text.section(u',', 0, 0).contains(QRegularExpression(u"[|[]"_qs)) ? TimeFields::Hours : TimeFields::Minutes;
+  const QString focused = text.section(u',', fields.field, fields.field);
+  fields.selLength = focused.contains(u'[') ? static_cast<int>(focused.size()) - 2 : 0;
+  fields.selStart = static_cast<int>(std::max<qsizetype>(focused.indexOf(u'|'), 0));
+  text.remove(QRegularExpression(u"[][|]"_qs));
+  fields.text = {text.section(u',', 0, 0), text.section(u',', 1, 1)};
+  return fields;
 }
 
 TEST(TypeTimeDigit, FillsOverwritesAndMovesOn) {
-  struct Case {
-    const char* what;
-    TimeFields before;
-    char16_t digit;
-    TimeFields after;
-  };
-  constexpr int hours = TimeFields::Hours;
-  constexpr int minutes = TimeFields::Minutes;
-  for (const Case& test :
-       {Case{"a first digit", {{u""_qs, u""_qs}, hours, 0, 0}, u'7', {{u"7"_qs, u""_qs}, hours, 1, 0}},
-        Case{"7 and 5", {{u"7"_qs, u""_qs}, hours, 1, 0}, u'5', {{u"07"_qs, u"5"_qs}, minutes, 1, 0}},
-        Case{"2 and 4", {{u"2"_qs, u"30"_qs}, hours, 1, 0}, u'4', {{u"02"_qs, u"4"_qs}, minutes, 1, 0}},
-        Case{"2 and 3", {{u"2"_qs, u"30"_qs}, hours, 1, 0}, u'3', {{u"23"_qs, u"30"_qs}, hours, 2, 0}},
-        Case{"a selection", {{u"12"_qs, u"30"_qs}, hours, 0, 2}, u'9', {{u"9"_qs, u"30"_qs}, hours, 1, 0}},
-        Case{"at the caret", {{u"12"_qs, u"30"_qs}, hours, 0, 0}, u'0', {{u"02"_qs, u"30"_qs}, hours, 1, 0}},
-        Case{"at the caret, too much", {{u"15"_qs, u""_qs}, hours, 0, 0}, u'7', {{u"07"_qs, u"5"_qs}, minutes, 1, 0}},
-        Case{"behind full hours", {{u"12"_qs, u"00"_qs}, hours, 2, 0}, u'4', {{u"12"_qs, u"4"_qs}, minutes, 1, 0}},
-        Case{"minutes are not limited",
-             {{u"12"_qs, u"7"_qs}, minutes, 1, 0},
-             u'5',
-             {{u"12"_qs, u"75"_qs}, minutes, 2, 0}},
-        Case{"behind full minutes",
-             {{u"12"_qs, u"45"_qs}, minutes, 2, 0},
-             u'1',
-             {{u"12"_qs, u"45"_qs}, minutes, 2, 0}}}) {
-    EXPECT_EQ(TypeTimeDigit(test.before, test.digit), test.after) << test.what;
-  }
+  const std::tuple<const char*, char16_t, const char*> digits[] = {
+      {"|,", u'7', "7|,"},        {"7|,", u'5', "07,5|"},     {"2|,30", u'4', "02,4|"},   {"2|,30", u'3', "23|,30"},
+      {"[12],30", u'9', "9|,30"}, {"|12,30", u'0', "0|2,30"}, {"1|2,30", u'9', "19|,30"}, {"|15,", u'7', "07,5|"},
+      {"12|,00", u'4', "12,4|"},  {"12,7|", u'5', "12,75|"},  {"12,45|", u'1', "12,45|"}, {"|5,00", u'1', "1|5,00"}};
+  for (const auto& [before, digit, after] : digits)
+    EXPECT_EQ(TypeTimeDigit(Parsed(QString::fromLatin1(before)), digit), Parsed(QString::fromLatin1(after))) << before;
 }
 
 }  // namespace

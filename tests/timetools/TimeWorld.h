@@ -6,6 +6,8 @@
 #include "support/FakePlatform.h"
 #include "support/FormDriver.h"
 
+#include <QAbstractButton>
+#include <QKeySequence>
 #include <QLineEdit>
 #include <QLocale>
 #include <QTimer>
@@ -39,19 +41,34 @@ struct TimeWorld {
         [user = std::move(user)](QWidget* window) { QTimer::singleShot(0, window, [user, window] { user(window); }); });
   }
 
-  void Keys(std::initializer_list<int> keys) {
-    for (const int key : keys) driver.Press(key);
+  void Press(const char* key) {
+    const QKeyCombination combination = QKeySequence::fromString(QString::fromLatin1(key))[0];
+    driver.Press(combination.key(), combination.keyboardModifiers());
   }
 
-  /// What one key is answered with.
-  std::string After(int key, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    Heard();
-    driver.Press(key, modifiers);
-    return Heard();
+  /// Presses one key after the other and expects what each is answered with: "Down > say: 01 | Tab > say: Storno".
+  void Play(const char* script) {
+    for (const QString& step : QString::fromUtf8(script).split(u" | "_qs)) {
+      const QString key = step.section(u" >"_qs, 0, 0);
+      Heard();
+      Press(key.toLatin1());
+      EXPECT_EQ(Heard(), step.mid(key.size() + 3).toStdString()) << key.toStdString();
+    }
   }
+
+  static void Click(QWidget* window, const char* button) { FormDriver::Find<QAbstractButton>(window, button)->click(); }
 
   static QLineEdit* Text(QWidget* window, int index) {
     return FormDriver::Find<QLineEdit>(window, qPrintable(u"Text1(%1)"_qs.arg(index)));
+  }
+
+  /// "hours:minutes"
+  static std::string Time(QWidget* window) {
+    return Text(window, 0)->text().toStdString() + ':' + Text(window, 1)->text().toStdString();
+  }
+  static void SetTime(QWidget* window, const char* hours, const char* minutes) {
+    Text(window, 0)->setText(QString::fromLatin1(hours));
+    Text(window, 1)->setText(QString::fromLatin1(minutes));
   }
 };
 
