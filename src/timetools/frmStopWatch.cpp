@@ -65,7 +65,6 @@ void frmStopWatch::BuildControls() {
   NameControl(lblHour, u"lblHour"_qs);
   NameControl(lblMinute, u"lblMinute"_qs);
   auto* grid = new QGridLayout(this);
-  cmdSet = new QPushButton(tr("Start F3"), this);
   for (std::size_t i = 0; i < Text1.size(); ++i) {
     Text1.at(i) = new QLineEdit(this);
     Text1.at(i)->setReadOnly(true);
@@ -77,6 +76,7 @@ void frmStopWatch::BuildControls() {
   grid->addWidget(lblHour, 0, 0);
   grid->addWidget(lblMinute, 0, 1);
 
+  cmdSet = new QPushButton(tr("Start F3"), this);
   cmdLapTime = new QPushButton(tr("Mezičas F4"), this);
   cmdSay = new QPushButton(tr("Ohlásit F2"), this);
   cmdReset = new QPushButton(tr("Reset F5"), this);
