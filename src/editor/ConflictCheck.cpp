@@ -18,6 +18,11 @@ bool Within(const Date& moment, const Date& from, const Date& to) {
   return from <= moment && moment <= to;
 }
 
+/// What a foreign file holds beyond the size of the field is not told.
+QString TextOf(const ScheduleRecord& row) {
+  return TrimBlanks(CutToSize(row.appointment, AppointmentSize));
+}
+
 /// An appointment that ends at 10:00 leaves 10:00 free.
 Date LastMinute(const Date& start, const Date& end) {
   return end > start ? DateAdd(DateUnit::Minute, -1, end).value_or(end) : end;
@@ -26,8 +31,8 @@ Date LastMinute(const Date& start, const Date& end) {
 QStringList ConflictsWithSpan(const ScheduleRecord& row, const ProposedTime& proposed, const Date& proposedEnd) {
   const Date& from = proposed.start;
   const Date& begin = *row.apptime;
-  const QString message = ConflictTr("Čas %1 až %2 zasahuje do úkolu %3")
-                              .arg(proposed.startText, proposed.endText, TrimBlanks(row.appointment));
+  const QString message =
+      ConflictTr("Čas %1 až %2 zasahuje do úkolu %3").arg(proposed.startText, proposed.endText, TextOf(row));
   QStringList messages;
   if (!row.appdur) {
     if (Within(begin, from, proposedEnd)) messages << message;
@@ -40,7 +45,7 @@ QStringList ConflictsWithSpan(const ScheduleRecord& row, const ProposedTime& pro
 }
 
 QStringList ConflictsWithMoment(const ScheduleRecord& row, const ProposedTime& proposed) {
-  const QString text = TrimBlanks(row.appointment);
+  const QString text = TextOf(row);
   if (!row.appdur) {
     if (proposed.start != *row.apptime) return {};
     return {ConflictTr("Čas %1 je již obsazen úkolem %2").arg(proposed.startText, text)};

@@ -110,7 +110,17 @@ bool SaveAsRoot(Store& store, Recordset& rows, const RecordFields& fields, const
   SetFields(row, Trimmed(fields), fields.end.value_or(fields.start));
   row.recur = rule;
   row.status = StatusRoot;
-  return store.InTransaction([&] { return rows.Update(row) && Spawn(rows, row, rule, time); });
+  bool updated = false;
+  const bool kept = store.InTransaction([&] {
+    updated = Spawn(rows, row, rule, time) && rows.Update(row);
+    return updated;
+  });
+  if (updated && !kept) {
+    // The list holds the row as it was to be; what stands in the store is read again.
+    rows.MovePrevious();
+    rows.MoveNext();
+  }
+  return kept;
 }
 
 bool SaveAsException(Recordset& rows, const RecordFields& fields, const Date& origStart, const ZoneBiases& biases) {

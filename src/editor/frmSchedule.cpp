@@ -162,7 +162,6 @@ void frmSchedule::ShowAlarm(const std::optional<Date>& alarm, const std::optiona
   SelectUserUnit(lead.userUnit);
   if (lead.userUnit != LeadCustom) return;
   Text5->setText(lead.value);
-  freeMoment_ = lead.freeMoment;
   cmbAlarmUnit->setVisible(!lead.freeMoment);
 }
 

@@ -158,7 +158,6 @@ class frmSchedule : public Form {
   bool bHasSound = false;
   int AlarmUnitIndex = LeadMinutes;
   int UserUnitIndex = LeadNone;
-  bool freeMoment_ = false;  ///< Text5 shows the alarm itself
   QString OrigTitle;
   QString OrigStart;
   QString OrigEnd;

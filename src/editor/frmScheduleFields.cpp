@@ -41,7 +41,10 @@ void frmSchedule::FormKeyUp(Key& key) {
 void frmSchedule::MoveTo(Move move) {
   if (bNew || !Data1) return speech().Signal(Speech::Refused);
   const Change change = AskSaveChanges();
-  if (change == Change::Stay) return;
+  if (change == Change::Stay) {
+    pageKeyDown_ = false;
+    return;
+  }
   state().LastShownStart = Text3->text();
   MoveInList(move);
   ShowRecord();
@@ -189,7 +192,6 @@ void frmSchedule::SelectAlarmUnit(int index) {
 
 void frmSchedule::cmbUserUnit_Click() {
   UserUnitIndex = cmbUserUnit->currentIndex();
-  freeMoment_ = false;
   const bool custom = UserUnitIndex == LeadCustom;
   ShowLeadControls(UserUnitIndex != LeadNone, custom, custom);
   if (custom) Text5->setText(u"0"_qs);
@@ -203,7 +205,7 @@ void frmSchedule::ShowLeadControls(bool image, bool unit, bool value) {
 }
 
 AlarmLead frmSchedule::Lead() const {
-  return {UserUnitIndex, AlarmUnitIndex, Text5->text(), freeMoment_};
+  return {UserUnitIndex, AlarmUnitIndex, Text5->text(), false};
 }
 
 void frmSchedule::CheckAlarmTime() {

@@ -314,6 +314,7 @@ void frmSchedule::ConnectAlarmFields() {
       Text5, [this] { return cmbAlarmUnit->currentText(); }, [this] { return Text5->text(); });
   for (QComboBox* list : {cmbUserUnit, cmbAlarmUnit}) {
     MakeComboBox(list, events(), speech());
+    connect(list, &QComboBox::textHighlighted, this, [this](const QString& line) { speech().Say(line); });
     events().KeyDown(list, [this, list](Key&) { listTextBefore_ = list->currentText(); });
     events().KeyUp(list, [this, list](Key& key) {
       if (IsListKey(key) || list->currentText() != listTextBefore_) speech().Say(list->currentText());

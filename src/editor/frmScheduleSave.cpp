@@ -12,10 +12,22 @@
 #include "store/Text.h"
 
 #include <QLineEdit>
+#include <QLoggingCategory>
 
 #include <utility>
 
 namespace talnik {
+namespace {
+
+Q_LOGGING_CATEGORY(editorTrace, "talnik.trace", QtWarningMsg)
+
+bool Differs(const char* tag, const QString& before, const QString& now) {
+  if (before == now) return false;
+  qCDebug(editorTrace).noquote().nospace() << tag << before << " / " << now;
+  return true;
+}
+
+}  // namespace
 
 EditorTexts frmSchedule::Texts() const {
   return {Text1->Text(), Text2->text(), Text3->text(), Text4->text(), Lead()};
@@ -77,6 +89,8 @@ frmSchedule::RowWrite frmSchedule::WhatToWrite() {
     case SaveWay::Plain:
       return RowWrite::Plain;
     case SaveWay::NewSeries:
+      qCDebug(editorTrace).noquote() << "*********** NewRepeatRule * Repeat_Rule" << RepeatRule()
+                                     << "+<->+ NewRepeatRule YES";
       return RowWrite::NewSeries;
     case SaveWay::Exception:
       return RowWrite::Exception;
@@ -136,9 +150,14 @@ bool frmSchedule::WriteRoot(const RecordFields& fields) {
 }
 
 bool frmSchedule::IsChanged() const {
-  if (Text1->Text() != OrigTitle || Text3->text() != OrigStart || Text4->text() != OrigEnd) return true;
   const QString alarm = AlarmTextFromLead(Lead(), Text3->text(), Now());
-  return !alarm.isEmpty() && DateOf(alarm) != DateOf(OrigAlarm);
+  const bool alarmMoved = !alarm.isEmpty() && DateOf(alarm) != DateOf(OrigAlarm);
+  // Each change is a line of the trace, so all of them are looked at.
+  bool changed = Differs("bChangeTitleEntry ", OrigTitle, Text1->Text());
+  changed |= Differs("bChangeStartEntry ", OrigStart, Text3->text());
+  changed |= Differs("bChangeEndEntry ", OrigEnd, Text4->text());
+  changed |= alarmMoved && Differs("bChangeAlarmEntry ", OrigAlarm, alarm);
+  return changed;
 }
 
 frmSchedule::Change frmSchedule::AskSaveChanges() {

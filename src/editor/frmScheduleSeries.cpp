@@ -129,6 +129,7 @@ void frmSchedule::DeleteByAnswer(int answer) {
   if (!closeForm) return;
   // What was typed into the record goes with it; the month list returns to its day.
   Text3->setText(OrigStart);
+  bCancelled = !DateOf(OrigStart);
   Unload();
 }
 
