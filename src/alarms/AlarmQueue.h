@@ -54,11 +54,11 @@ class AlarmQueue {
   /// and the next alarm is registered. True otherwise, also when there is no such row left: that alarm is still given.
   bool AlarmSetOff(const QString& text, const QString& timeText);
 
-  /// The alarm box was closed by itself.
+  /// The alarm box was closed and nothing was postponed: the next alarm is registered.
   void AlarmFinished();
 
   /// Deletes all that has its alarm at the moment of the alarm in waiting: single records are removed, occurrences
-  /// become tombstones.
+  /// become tombstones, roots stay.
   void DelAlarm();
 
   /// How far the event of the alarm in waiting lies from now: "Za 5 minut ", "Před 1 hodinou "; empty within the
@@ -71,15 +71,19 @@ class AlarmQueue {
 
  private:
   Date Now() const { return Date::FromQDateTime(world_.clock.Now()); }
-  void MarkFired(Recordset& rows, ScheduleRecord row);
-  bool PassOver(const Date& moment);
-  void RetryMarks();
+  void Await(const ScheduleRecord& row);
+  void MarkFired(Recordset& rows);
+  bool PassOver(Recordset& rows, const Date& moment);
   bool IsGiven(const ScheduleRecord& row) const;
-  QString ToTombstone(Recordset& rows);
+  void RetryMarks();
+  void MakeTombstone(Recordset& rows);
   void DeleteUnusedSound(const QString& wav);
+  std::optional<Date> MomentOfShift(int hours, int minutes, const QString& dateText) const;
 
   AlarmSurroundings world_;
-  /// Alarms that were given but could not be marked so in the store; they do not ring again.
+  bool isSetOff_ = false;  ///< the alarm in waiting has been marked as fired
+  /// Alarms that were given but could not be marked so in the store: they do not ring again, and the mark is tried
+  /// anew.
   std::vector<ScheduleRecord> given_;
 };
 

@@ -4,6 +4,7 @@
 #include "dates/MonthLines.h"
 #include "shell/Form.h"
 #include "timetools/Countdown.h"
+#include "timetools/FocusSpeech.h"
 #include "timetools/TimeEntry.h"
 
 #include <QTimer>
@@ -65,7 +66,6 @@ class frmAlarmBox : public Form {
   void ConnectKeys();
   void LoadAlarm();
   void LoadCountdown();
-  void Activate();
   void AlarmSoundLoop(bool isCountdown);
   bool OnceMore(bool isCountdown, int rounds) const;
   void PauseAfterSilence();
@@ -73,7 +73,6 @@ class frmAlarmBox : public Form {
   QString SoundFile(bool useDefault) const;
   QString EventText() const;
   void ShowEventText();
-  void UserActs();
 
   void FormKeyDown(Key& key);
   void FormKeyUp(Key& key);
@@ -86,9 +85,9 @@ class frmAlarmBox : public Form {
 
   AlarmBoxContext context_;
   Role role_;
-  QString AlarmTimeText;
+  OpeningTitle title_;
+  QString AlarmTimeText;  ///< as shown
   QTimer Timer_Offset;
-  bool activated_ = false;
   bool unloaded_ = false;
 };
 
