@@ -31,11 +31,11 @@ double Contrast(const QColor& one, const QColor& other) {
   return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
 }
 
-QString LookSheet(const CommonSettings& look) {
+QString LookSheet(const CommonSettings& look, int points) {
   // A disabled control is told by its dashed frame too, the focus by the exchanged colours or a thick frame.
   const QString sheet =
       uR"(
-    QWidget { background-color: %back; color: %fore; }
+    QWidget { background-color: %back; color: %fore; font-family: "Arial"; font-size: %sizept; }
     QWidget:disabled { color: %dim; }
     QLineEdit, QPlainTextEdit, QListView, QComboBox, QAbstractSpinBox, QPushButton {
       border: 2px solid %fore; selection-background-color: %fore; selection-color: %back; }
@@ -63,7 +63,8 @@ QString LookSheet(const CommonSettings& look) {
   return QString(sheet)
       .replace(u"%back"_qs, look.BackColor.name())
       .replace(u"%fore"_qs, look.ForeColor.name())
-      .replace(u"%dim"_qs, SubduedColor(look.ForeColor, look.BackColor).name());
+      .replace(u"%dim"_qs, SubduedColor(look.ForeColor, look.BackColor).name())
+      .replace(u"%size"_qs, QString::number(points));
 }
 
 /// Moves all of a window that is larger than the screen into a view that follows the focus.
@@ -146,10 +147,17 @@ QColor SubduedColor(const QColor& fore, const QColor& back) {
 }
 
 void ApplyLook(QWidget* window, const CommonSettings& look, int points) {
-  QFont font(u"Arial"_qs);
+  // Lets a control that is given a font of its own keep it against the sheet.
+  QCoreApplication::setAttribute(Qt::AA_UseStyleSheetPropagationInWidgetStyles);
+  window->setStyleSheet(LookSheet(look, points));
+}
+
+void SetTypeSize(QWidget* control, int points) {
+  // Before the sheet has been applied, it would take the font away again.
+  control->ensurePolished();
+  QFont font = control->font();
   font.setPointSize(points);
-  window->setFont(font);
-  window->setStyleSheet(LookSheet(look));
+  control->setFont(font);
 }
 
 }  // namespace talnik

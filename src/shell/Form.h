@@ -50,7 +50,11 @@ void SetFormTag(QWidget* window, int tag);
 /// The colour of what is not available: as far from `fore` towards `back` as reads well still.
 QColor SubduedColor(const QColor& fore, const QColor& back);
 
-/// Paints a window and its controls in the colours of the common settings, in "Arial" of `points`.
+/// Paints a window and its controls in the colours of the common settings, in "Arial" of `points`. A control whose type
+/// is to differ gets it by SetTypeSize, behind this call.
 void ApplyLook(QWidget* window, const CommonSettings& look, int points);
+
+/// The size of one control's type, in points; it holds against the look of the window.
+void SetTypeSize(QWidget* control, int points);
 
 }  // namespace talnik

@@ -1,5 +1,6 @@
 #include "shell/cStandardEditBox.h"
 
+#include "shell/Form.h"
 #include "shell/Texts.h"
 
 #include <QClipboard>
@@ -198,15 +199,14 @@ void cStandardTextBox::ResizeType(const Key& key) {
   constexpr int sizeBit = 1;
   if (!(Flags & sizeBit) || key.shift != Qt::ControlModifier) return;
   QWidget* widget = my_EditBox_->Control().Widget();
-  QFont font = widget->font();
+  const int points = widget->font().pointSize();
   if (key.NumericPlus()) {
     speech_.Say(SharedText(TextId::Larger));
-    font.setPointSize(font.pointSize() + TypeStep);
-  } else if (key.NumericMinus() && font.pointSize() > TypeStep) {
+    SetTypeSize(widget, points + TypeStep);
+  } else if (key.NumericMinus() && points > TypeStep) {
     speech_.Say(SharedText(TextId::Smaller));
-    font.setPointSize(std::max(1, font.pointSize() - TypeStep));
+    SetTypeSize(widget, std::max(1, points - TypeStep));
   }
-  widget->setFont(font);
 }
 
 cStandardTextBox* MakeTextBox(QLineEdit* edit, int flags, ControlEvents& events, Speech& speech) {

@@ -21,10 +21,9 @@ constexpr int ChoiceListCode = 34;
 constexpr int OuterGap = 10;
 constexpr int InnerGap = 20;
 
-QFont FontOfSize(int size) {
-  QFont font(u"Arial"_qs);
-  font.setPixelSize(size * 17 / 10);
-  return font;
+/// The height of a line of type, in pixels.
+int HeightOf(int size) {
+  return size * 17 / 10;
 }
 
 }  // namespace
@@ -67,6 +66,7 @@ void frmAction::InitActions(const QString& text) {
   ChosenActionText.clear();
   if (choiceCount_ == 0) return;
   LayOut();
+  choiceSize_ = ChoiceSize();
   speakChanges_ = false;
   Select(1, true);
   speakChanges_ = true;
@@ -83,20 +83,20 @@ void frmAction::ActionOnShortCut(int index, int action) {
 }
 
 void frmAction::LayOut() {
-  const QFont font = ChoiceFont();
   for (int i = 1; i <= LabelCount; ++i) {
     Label(i)->setText(i <= choiceCount_ ? choices_[i - 1] : QString());
     Label(i)->setVisible(i <= choiceCount_);
-    Label(i)->setFont(font);
   }
 }
 
-QFont frmAction::ChoiceFont() const {
+int frmAction::ChoiceSize() const {
   constexpr int room = 4 * (OuterGap + InnerGap);
-  const QFontMetrics large(FontOfSize(LargeSize));
+  QFont font(u"Arial"_qs);
+  font.setPixelSize(HeightOf(LargeSize));
+  const QFontMetrics large(font);
   int widest = 0;
   for (const QString& choice : choices_) widest = std::max(widest, large.horizontalAdvance(choice));
-  return FontOfSize(widest > screen()->availableSize().width() - room ? SmallSize : LargeSize);
+  return widest > screen()->availableSize().width() - room ? SmallSize : LargeSize;
 }
 
 void frmAction::HandleKeys() {
@@ -164,12 +164,13 @@ void frmAction::Move(int by) {
 }
 
 void frmAction::Select(int choice, bool speak) {
-  const QString normal = u"color: %1; background-color: %2;"_qs;
+  const QString sheet = u"color: %1; background-color: %2; font-size: %3px;"_qs;
   const CommonSettings& look = services().look;
   for (int i = 1; i <= choiceCount_; ++i) {
     const bool chosen = i == choice;
-    Label(i)->setStyleSheet(normal.arg((chosen ? look.BackColor : look.ForeColor).name(),
-                                       (chosen ? look.ForeColor : look.BackColor).name()));
+    Label(i)->setStyleSheet(
+        sheet.arg((chosen ? look.BackColor : look.ForeColor).name(), (chosen ? look.ForeColor : look.BackColor).name())
+            .arg(HeightOf(choiceSize_)));
   }
   currentChoice_ = choice;
   Label(choice)->setFocus();

@@ -40,7 +40,7 @@ class frmAction : public Form {
  private:
   QLabel* Label(int index) const { return labels_[static_cast<std::size_t>(index - 1)]; }
   void LayOut();
-  QFont ChoiceFont() const;
+  int ChoiceSize() const;
   void HandleKeys();
   void ListKeyDown(Key& key);
   void ListKeyUp(Key& key);
@@ -58,6 +58,7 @@ class frmAction : public Form {
   std::array<int, LabelCount + 1> shortCutActions_{};
   int choiceCount_ = 0;
   int currentChoice_ = 1;
+  int choiceSize_ = 0;
   bool speakChanges_ = false;
   bool blockOnActionMode_ = false;
   bool pendingAction_ = false;

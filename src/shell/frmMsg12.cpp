@@ -81,9 +81,7 @@ void frmMsg12::AnswerNoByEnter() {
 }
 
 int frmMsg12::Show() {
-  QFont font = txtMessage->font();
-  font.setPointSize(std::max(SmallestType, services().setting.InfoTextSize));
-  txtMessage->setFont(font);
+  SetTypeSize(txtMessage, std::max(SmallestType, services().setting.InfoTextSize));
   GiveRoom();
   ShowModal();
   return dialogResult_;
@@ -93,6 +91,9 @@ void frmMsg12::HandleKeys() {
   events().GotFocus(txtMessage, [this] { MessageGotFocus(); });
   events().KeyDown(txtMessage, [this](Key& key) { MessageKeyDown(key); });
   events().KeyPress(txtMessage, [this](Key& key) { MessageKeyPress(key); });
+  for (QPushButton* button : {cmdYES, cmdNO}) {
+    events().GotFocus(button, [this, button] { speech().FocusRead(QString(), button->text().remove(u'&')); });
+  }
   QObject::connect(cmdYES, &QPushButton::clicked, this, [this] { Close(1); });
   QObject::connect(cmdNO, &QPushButton::clicked, this, [this] { Close(0); });
 }
@@ -135,9 +136,7 @@ void frmMsg12::MessageKeyPress(Key& key) {
 }
 
 void frmMsg12::ResizeType(int step) {
-  QFont font = txtMessage->font();
-  font.setPointSize(font.pointSize() + step);
-  txtMessage->setFont(font);
+  SetTypeSize(txtMessage, txtMessage->font().pointSize() + step);
   speech().Say(SharedText(step > 0 ? TextId::Larger : TextId::Smaller));
 }
 

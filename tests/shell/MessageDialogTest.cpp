@@ -85,6 +85,7 @@ TEST(VoiceDialog, ButtonsAreReachedByTabAndPressed) {
     w.driver.Press(Qt::Key_Tab, Qt::NoModifier, dialog);
     w.driver.Press(Qt::Key_Tab, Qt::NoModifier, dialog);
     EXPECT_EQ(dialog->focusWidget()->objectName().toStdString(), "cmdNO");
+    EXPECT_TRUE(w.Heard().ends_with("say: Ano; say: Ne"));
     w.driver.Press(Qt::Key_Return, Qt::NoModifier, dialog);
   });
   EXPECT_FALSE(w.dialogs.Ask(u"Smazat?"_qs));
@@ -92,6 +93,7 @@ TEST(VoiceDialog, ButtonsAreReachedByTabAndPressed) {
 
 TEST(Message, KeysRereadEnlargeAndAreDropped) {
   DialogWorld w;
+  w.setting.InfoTextSize = 36;
   w.driver.Expect([&](QWidget* dialog) {
     auto* text = FormDriver::Find<QPlainTextEdit>(dialog, "txtMessage");
     w.Heard();
@@ -100,10 +102,11 @@ TEST(Message, KeysRereadEnlargeAndAreDropped) {
     w.driver.Press(Qt::Key_Backspace, Qt::NoModifier, dialog);
     EXPECT_EQ(w.Heard(), "");
     const int size = text->font().pointSize();
+    EXPECT_EQ(size, 36);
     w.driver.Press(Qt::Key_Plus, Qt::KeypadModifier, dialog);
     EXPECT_EQ(text->font().pointSize(), size + 10);
     for (int i = 0; i < 10; ++i) w.driver.Press(Qt::Key_Minus, Qt::KeypadModifier, dialog);
-    EXPECT_EQ(text->font().pointSize(), 10);
+    EXPECT_EQ(text->font().pointSize(), 16);
     w.Heard();
     w.driver.Press(Qt::Key_Right, Qt::NoModifier, dialog);
     EXPECT_EQ(w.Heard(), "char: o");
