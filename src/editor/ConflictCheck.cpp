@@ -2,6 +2,7 @@
 
 #include "editor/FieldText.h"
 #include "store/Statements.h"
+#include "store/Text.h"
 
 #include <QCoreApplication>
 
