@@ -1,0 +1,170 @@
+#include "platform/linux/SystemClock.h"
+#include "platform/linux/SystemTimeZone.h"
+#include "support/FormDriver.h"
+
+#include <QDBusConnection>
+#include <QDBusMessage>
+#include <QDBusVirtualObject>
+#include <QProcess>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+#include <optional>
+
+namespace talnik::test {
+
+namespace {
+
+/// The time service of a bus of our own.
+class FakeTimeService : public QDBusVirtualObject {
+ public:
+  QString introspect(const QString&) const override { return {}; }
+  bool handleMessage(const QDBusMessage& message, const QDBusConnection& bus) override {
+    Asked = message;
+    return bus.send(Refusal.isEmpty() ? message.createReply() : message.createErrorReply(Refusal, u"told so"_qs));
+  }
+  QDBusMessage Asked;
+  QString Refusal;
+};
+
+class ClockTest : public ::testing::Test {
+ protected:
+  void SetUp() override { StartBus(); }
+  void TearDown() override { StopBus(); }
+
+  void StartBus() {
+    daemon_.start(u"dbus-daemon"_qs,
+                  {u"--session"_qs, u"--nofork"_qs, u"--print-address"_qs, u"--address="_qs + address_});
+    ASSERT_TRUE(daemon_.waitForReadyRead(5000));
+  }
+  void StopBus() {
+    QDBusConnection::disconnectFromBus(u"service"_qs);
+    daemon_.kill();
+    daemon_.waitForFinished();
+  }
+
+  void Serve() {
+    auto bus = QDBusConnection::connectToBus(address_, u"service"_qs);
+    ASSERT_TRUE(bus.registerVirtualObject(u"/org/freedesktop/timedate1"_qs, &service_));
+    ASSERT_TRUE(bus.registerService(u"org.freedesktop.timedate1"_qs));
+  }
+
+  /// What the clock answers, spinning the loop meanwhile.
+  static std::optional<Clock::Outcome> Answer(SystemClock& clock, const QDateTime& moment, QString* text = nullptr) {
+    std::optional<Clock::Outcome> answer;
+    clock.Set(moment, [&](Clock::Outcome outcome, const QString& description) {
+      answer = outcome;
+      if (text) *text = description;
+    });
+    EXPECT_FALSE(answer) << "the answer comes from the event loop";
+    FormDriver::Until([&] { return answer.has_value(); });
+    return answer;
+  }
+
+  QTemporaryDir folder_;
+  const QString address_ = u"unix:path="_qs + folder_.filePath(u"bus"_qs);
+  QProcess daemon_;
+  FakeTimeService service_;
+  const QDateTime moment_ = QDateTime(QDate(2031, 5, 6), QTime(7, 8, 9));
+};
+
+}  // namespace
+
+TEST(SystemClock, NowIsLocalTimeInWholeSeconds) {
+  const QDateTime before = QDateTime::currentDateTime().addSecs(-1);
+  const QDateTime now = SystemClock().Now();
+  EXPECT_EQ(now.time().msec(), 0);
+  EXPECT_EQ(now.timeSpec(), Qt::LocalTime);
+  EXPECT_TRUE(now > before && now <= QDateTime::currentDateTime());
+}
+
+TEST(SystemClock, RefusalsAreToldFromFailures) {
+  const std::pair<const char*, Clock::Outcome> cases[] = {
+      {"org.freedesktop.DBus.Error.AccessDenied", Clock::Outcome::NotPermitted},
+      {"org.freedesktop.DBus.Error.InteractiveAuthorizationRequired", Clock::Outcome::NotPermitted},
+      {"org.freedesktop.PolicyKit1.Error.NotAuthorized", Clock::Outcome::NotPermitted},
+      {"org.freedesktop.timedate1.AutomaticTimeSyncEnabled", Clock::Outcome::Failed},
+      {"org.freedesktop.DBus.Error.ServiceUnknown", Clock::Outcome::Failed},
+  };
+  for (const auto& [name, outcome] : cases) EXPECT_EQ(ClockOutcome(QString::fromLatin1(name)), outcome) << name;
+}
+
+TEST_F(ClockTest, AsksTheServiceForTheMoment) {
+  Serve();
+  SystemClock clock(address_);
+  EXPECT_EQ(Answer(clock, moment_), Clock::Outcome::Done);
+  EXPECT_EQ(service_.Asked.member(), u"SetTime"_qs);
+  EXPECT_EQ(service_.Asked.arguments(), QVariantList({moment_.toMSecsSinceEpoch() * 1000, false, true}));
+  EXPECT_TRUE(service_.Asked.isInteractiveAuthorizationAllowed());
+
+  QString text;
+  service_.Refusal = u"org.freedesktop.DBus.Error.AccessDenied"_qs;
+  EXPECT_EQ(Answer(clock, moment_, &text), Clock::Outcome::NotPermitted);
+  service_.Refusal = u"org.freedesktop.timedate1.AutomaticTimeSyncEnabled"_qs;
+  EXPECT_EQ(Answer(clock, moment_, &text), Clock::Outcome::Failed);
+  EXPECT_EQ(text, u"told so"_qs) << "the service's own words";
+}
+
+TEST_F(ClockTest, WithoutServiceOrBusItSaysSoInCzech) {
+  const QString words = u"Služba systému pro nastavení času není dostupná."_qs;
+  QString text;
+  SystemClock clock(address_);
+  EXPECT_EQ(Answer(clock, moment_, &text), Clock::Outcome::Failed);
+  EXPECT_EQ(text, words);
+  SystemClock nowhere(u"unix:path=/nowhere/bus"_qs);
+  text.clear();
+  EXPECT_EQ(Answer(nowhere, moment_, &text), Clock::Outcome::Failed);
+  EXPECT_EQ(text, words);
+}
+
+TEST_F(ClockTest, FindsABusThatCameBack) {
+  Serve();
+  SystemClock clock(address_);
+  EXPECT_EQ(Answer(clock, moment_), Clock::Outcome::Done);
+  StopBus();
+  EXPECT_EQ(Answer(clock, moment_), Clock::Outcome::Failed);
+  StartBus();
+  Serve();
+  EXPECT_EQ(Answer(clock, moment_), Clock::Outcome::Done);
+}
+
+TEST(SystemTimeZone, BiasesAreMinutesWestOfGreenwich) {
+  struct Case {
+    const char* zone;
+    QDate date;
+    ZoneBiases biases;
+  };
+  const Case cases[] = {
+      {"Europe/Prague", {2024, 1, 15}, {-60, 0, -60, false}},
+      {"Europe/Prague", {2024, 7, 15}, {-60, 0, -60, true}},
+      {"America/New_York", {2024, 7, 15}, {300, 0, -60, true}},
+      {"America/New_York", {2024, 1, 15}, {300, 0, -60, false}},
+      {"Asia/Kolkata", {2024, 7, 15}, {-330, 0, -60, false}},
+      {"America/St_Johns", {2024, 1, 1}, {210, 0, -60, false}},
+      {"Australia/Lord_Howe", {2024, 1, 1}, {-630, 0, -30, true}},
+      {"Australia/Sydney", {2024, 7, 1}, {-600, 0, -60, false}},
+      {"UTC", {2024, 7, 1}, {0, 0, -60, false}},
+      {"Europe/Dublin", {2024, 1, 15}, {0, 0, -60, false}},
+      {"Europe/Dublin", {2024, 7, 15}, {0, 0, -60, true}},
+      {"Europe/Prague", {2060, 7, 15}, {-60, 0, -60, true}},
+  };
+  for (const Case& one : cases) {
+    const QTimeZone zone(one.zone);
+    ASSERT_TRUE(zone.isValid()) << one.zone;
+    const ZoneBiases biases = BiasesOf(zone, QDateTime(one.date, QTime(12, 0), zone));
+    const std::string name = one.zone + one.date.toString(Qt::ISODate).toStdString();
+    EXPECT_EQ(biases.Bias, one.biases.Bias) << name;
+    EXPECT_EQ(biases.StandardBias, one.biases.StandardBias) << name;
+    EXPECT_EQ(biases.DaylightBias, one.biases.DaylightBias) << name;
+    EXPECT_EQ(biases.DaylightInForce, one.biases.DaylightInForce) << name;
+  }
+}
+
+TEST(SystemTimeZone, TheBiasesInForceAddUpToTheOffsetOfNow) {
+  const ZoneBiases biases = SystemTimeZone().Biases();
+  const int sum = biases.Bias + biases.StandardBias + (biases.DaylightInForce ? biases.DaylightBias : 0);
+  EXPECT_EQ(sum, -QDateTime::currentDateTime().offsetFromUtc() / 60);
+}
+
+}  // namespace talnik::test
