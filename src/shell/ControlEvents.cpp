@@ -16,11 +16,6 @@ namespace talnik {
 
 namespace {
 
-struct ControlHandlers {
-  std::deque<KeyHandler> keyDown, keyPress, keyUp;
-  std::deque<Handler> gotFocus, lostFocus;
-};
-
 Key MakeKey(const QKeyEvent& event) {
   Key key;
   key.code = event.key();
@@ -53,6 +48,12 @@ bool InMenuBar(const QWidget* widget) {
 }
 
 }  // namespace
+
+/// What a form has asked to be told of one control.
+struct ControlHandlers {
+  std::deque<KeyHandler> keyDown, keyPress, keyUp;
+  std::deque<Handler> gotFocus, lostFocus;
+};
 
 struct ControlEvents::Impl {
   QPointer<QWidget> form;
