@@ -1,10 +1,12 @@
 #include "calendar/frmMain.h"
 
 #include "calendar/MainServices.h"
+#include "editor/StoreFailures.h"
 #include "menus/OwnMenus.h"
 #include "recurrence/EditSeries.h"
 #include "recurrence/RecurrPopulate.h"
 #include "shell/Form.h"
+#include "shell/TextControls.h"
 #include "store/Repair.h"
 #include "store/Statements.h"
 
@@ -92,7 +94,15 @@ void frmMain::StartServices() {
 }
 
 void frmMain::CheckStore() {
+  const StoreFailures toldHere(*store_);
   if (!RepairSchedule(*store_)) dialogs().Tell(DataError(paths_.Store));
+}
+
+bool frmMain::Write(const Statement& statement) {
+  const StoreFailures failures(*store_);
+  if (store_->Execute(statement)) return true;
+  dialogs().Tell(failures.Message());
+  return false;
 }
 
 /// Two programs started at the same moment: both may have passed the first test.
@@ -169,7 +179,8 @@ void frmMain::StartOutside() {
           [this](Qt::ApplicationState state) { platform_.braille->SetActive(state == Qt::ApplicationActive); });
   platform_.braille->SetActive(QGuiApplication::applicationState() == Qt::ApplicationActive);
 
-  mainTimer_ = std::make_unique<MainTimer>(*platform_.clock, countdown_, *alarms_, setting_, *this);
+  TickHost& host = *this;
+  mainTimer_ = std::make_unique<MainTimer>(*platform_.clock, countdown_, *alarms_, setting_, host);
   connect(&Timer1, &QTimer::timeout, this, [this] { mainTimer_->Tick(); });
   connect(&AutSync_Timer, &QTimer::timeout, this, [this] { AutSync_Timer_Timer(); });
   Timer1.start(TickInterval);

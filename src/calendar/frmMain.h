@@ -58,6 +58,9 @@ class frmMain : public QMainWindow, private TickHost {
   /// The command with this name in the main menu.
   QAction* Menu(const char* name) const { return menu_.value(QString::fromLatin1(name)); }
 
+  /// True for a name of the main menu that a command stands behind.
+  bool KnowsCommand(const QString& name) const;
+
   ListBox* List1 = nullptr;
   QLabel* Label1 = nullptr;
   QPushButton* Command1 = nullptr;
@@ -102,6 +105,8 @@ class frmMain : public QMainWindow, private TickHost {
   // Start (frmMain.cpp).
   void StartServices();
   void CheckStore();
+  /// Runs a statement of the user's; a failure is told.
+  bool Write(const Statement& statement);
   bool TellIfSecond();
   void StartCalendar();
   void StartOutside();
@@ -129,6 +134,8 @@ class frmMain : public QMainWindow, private TickHost {
   bool RunModal(Afterwards afterwards, const std::function<void()>& open);
 
   // Menu commands (frmMainCommands.cpp, frmMainTasks.cpp).
+  using Command = void (*)(frmMain&);
+  static Command FindCommand(const QString& name);
   void RunCommand(const QString& name);
   void RunKeyCommand(const KeyCommand& command);
   void MoveLine(int by);

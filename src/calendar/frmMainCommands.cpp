@@ -32,11 +32,7 @@ void frmMain::ShowTaskState(bool hasTasks) {
   for (const char* name : {"mnuDelTodayTasks", "mnuTaskToday"}) SetMenuEnabled(name, hasTasks);
 }
 
-void frmMain::RunCommand(const QString& name) {
-  if (!calendar_ || ended_) return;
-  if (const KeyCommand* command = FindKeyCommand(name)) return RunKeyCommand(*command);
-  if (const TaskFilter* filter = FindTaskFilter(name)) return RunFilter(*filter);
-  using Command = void (*)(frmMain&);
+frmMain::Command frmMain::FindCommand(const QString& name) {
   static const QHash<QString, Command> commands = {
       {u"mnuDayForward"_qs, [](frmMain& form) { form.MoveLine(1); }},
       {u"mnuDayBack"_qs, [](frmMain& form) { form.MoveLine(-1); }},
@@ -60,7 +56,18 @@ void frmMain::RunCommand(const QString& name) {
       {u"mnuHide"_qs, [](frmMain& form) { form.HideWindow(); }},
       {u"mnuExit"_qs, [](frmMain& form) { form.mnuExit_Click(); }},
   };
-  if (const Command command = commands.value(name)) command(*this);
+  return commands.value(name);
+}
+
+bool frmMain::KnowsCommand(const QString& name) const {
+  return FindKeyCommand(name) || FindTaskFilter(name) || FindCommand(name);
+}
+
+void frmMain::RunCommand(const QString& name) {
+  if (!calendar_ || ended_) return;
+  if (const KeyCommand* command = FindKeyCommand(name)) return RunKeyCommand(*command);
+  if (const TaskFilter* filter = FindTaskFilter(name)) return RunFilter(*filter);
+  if (const Command command = FindCommand(name)) command(*this);
 }
 
 void frmMain::RunKeyCommand(const KeyCommand& command) {

@@ -92,7 +92,7 @@ void frmMain::mnuDelTodayTasks_Click() {
   const bool goesOn = RunModal(Afterwards::IsSilent, [this, &wanted] {
     wanted = dialogs().Ask(tr("Smazat záznamy na tento den?"), Dialogs::Default::Second);
   });
-  if (!goesOn || !wanted || !store_->Execute(statements::DeleteDay(day))) return;
+  if (!goesOn || !wanted || !Write(statements::DeleteDay(day))) return;
   alarms_->RegisterAlarm();
   quietReturn_ = isVisible() && !isActiveWindow();
   calendar_->SetTodayState(false);
@@ -103,7 +103,7 @@ void frmMain::mnuDelSchedule_Click() {
   const bool goesOn = RunModal(Afterwards::IsSilent, [this, &wanted] {
     wanted = dialogs().Ask(tr("Smazat všechny záznamy v talníku?"), Dialogs::Default::Second);
   });
-  if (!goesOn || !wanted || !store_->Execute(statements::DeleteAll())) return;
+  if (!goesOn || !wanted || !Write(statements::DeleteAll())) return;
   alarms_->RegisterAlarm();
   quietReturn_ = isVisible() && !isActiveWindow();
   calendar_->SetTodayState(false);
