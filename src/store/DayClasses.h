@@ -5,15 +5,18 @@
 namespace talnik {
 
 /// No index can answer "which events touch this day" by itself, because an event may have begun at any time before.
-/// So the rows are parted by how long they last: for each class a partial index by start needs to be read only from
-/// that long before the day. Every row is either in one of the classes or among the odd rows.
+/// So the visible rows are parted by how long they last: for each class a partial index by start needs to be read only
+/// from that long before the day. Every row is in one of the classes, or odd, or hidden.
 struct DayClass {
   const char* index;  ///< name
   const char* rows;   ///< condition of the partial index; a query that is to use it repeats it letter by letter
   const char* reach;  ///< days before the day that an event of the class can have begun, and a little; "" has no limit
 };
 
-/// Events that end at or after their start.
+/// What counts as an event of a day.
+inline constexpr const char* kVisible = "(status<8 OR status IS NULL)";
+
+/// Events that end at or after their start; each condition is to be followed by that of the visible rows.
 inline constexpr std::array<DayClass, 5> kDayClasses = {{
     {"schedule_day1", "appdur>=apptime AND appdur-apptime<=1", "1.001"},
     {"schedule_day8", "appdur-apptime>1 AND appdur-apptime<=8", "8.001"},
@@ -22,7 +25,7 @@ inline constexpr std::array<DayClass, 5> kDayClasses = {{
     {"schedule_daylong", "appdur-apptime>512", ""},
 }};
 
-/// What lacks a start or an end, or ends before it starts: few rows.
+/// What lacks a start or an end, or ends before it starts, visible or not: few rows.
 inline constexpr const char* kOddRows = "appdur<apptime OR appdur IS NULL OR apptime IS NULL";
 
 }  // namespace talnik

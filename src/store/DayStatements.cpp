@@ -1,4 +1,5 @@
 #include "store/DayClasses.h"
+#include "store/Schema.h"
 #include "store/Statements.h"
 
 #include <QStringList>
@@ -7,32 +8,41 @@ namespace talnik::statements {
 
 namespace {
 
-constexpr auto kVisible = "(status<8 OR status IS NULL)";
+QString Latin(const char* text) {
+  return QString::fromLatin1(text);
+}
 
-/// What touches the time from ?1 to before ?2, as one query over each partial index. Each row is in one of them.
-QStringList TouchingQueries(const QString& what, const QString& also) {
+/// What touches the time from ?1 to before ?2 and is visible, as one query over each partial index. Each row is found
+/// by one of them.
+QStringList VisibleQueries(const QString& what) {
   QStringList queries;
   const auto add = [&](const QString& rows) {
-    queries << u"SELECT "_qs + what + u" FROM schedule WHERE "_qs + rows + also;
+    queries << u"SELECT "_qs + what + u" FROM schedule WHERE "_qs + rows + u" AND "_qs + Latin(kVisible);
   };
   for (const DayClass& day : kDayClasses) {
-    const QString reach = QString::fromLatin1(day.reach);
-    const QString since = reach.isEmpty() ? QString() : QString(u" AND apptime>=?1-"_qs + reach);
-    add(QString::fromLatin1(day.rows) + since + u" AND apptime<?2 AND appdur>=?1"_qs);
+    const QString since = *day.reach ? QString(u" AND apptime>=?1-"_qs + Latin(day.reach)) : QString();
+    add(Latin(day.rows) + since + u" AND apptime<?2 AND appdur>=?1"_qs);
   }
-  const QString odd = u'(' + QString::fromLatin1(kOddRows) + u") AND "_qs;
+  const QString odd = u'(' + Latin(kOddRows) + u") AND "_qs;
   add(odd + u"apptime>=?1 AND apptime<?2"_qs);
   add(odd + u"appdur>=?1 AND appdur<?2 AND (apptime IS NULL OR apptime<?1 OR apptime>=?2)"_qs);
   return queries;
 }
 
-QString RowsSql(const QString& also) {
-  return u"SELECT * FROM schedule WHERE rowid IN ("_qs + TouchingQueries(u"rowid"_qs, also).join(u" UNION ALL "_qs) +
+/// The hidden rows are few: all of them are looked at.
+QString HiddenQuery() {
+  return u"SELECT rowid FROM schedule WHERE ("_qs + Latin(kSpecialRows) +
+         u") AND status>=8 AND (+apptime>=?1 AND +apptime<?2 OR +appdur>=?1 AND +appdur<?2 OR +apptime<?1 AND "
+         u"+appdur>?1)"_qs;
+}
+
+QString RowsSql(const QStringList& queries) {
+  return u"SELECT * FROM schedule WHERE rowid IN ("_qs + queries.join(u" UNION ALL "_qs) +
          u") ORDER BY apptime,status,rowid"_qs;
 }
 
-QString AndVisible() {
-  return u" AND "_qs + QString::fromLatin1(kVisible);
+QString AnyStatusSql() {
+  return RowsSql(VisibleQueries(u"rowid"_qs) << HiddenQuery());
 }
 
 QList<QVariant> Span(const Date& day) {
@@ -43,22 +53,22 @@ QList<QVariant> Span(const Date& day) {
 }  // namespace
 
 Statement OfDay(const Date& day) {
-  static const QString sql = RowsSql(AndVisible());
+  static const QString sql = RowsSql(VisibleQueries(u"rowid"_qs));
   return {sql, Span(day)};
 }
 
 Statement OfDayAnyStatus(const Date& day) {
-  static const QString sql = RowsSql(QString());
+  static const QString sql = AnyStatusSql();
   return {sql, Span(day)};
 }
 
 Statement CountOfDay(const Date& day) {
-  static const QString sql = u"SELECT ("_qs + TouchingQueries(u"count(*)"_qs, AndVisible()).join(u")+("_qs) + u')';
+  static const QString sql = u"SELECT ("_qs + VisibleQueries(u"count(*)"_qs).join(u")+("_qs) + u')';
   return {sql, Span(day)};
 }
 
 Statement Touching(const Date& from, const Date& to) {
-  static const QString sql = RowsSql(QString());
+  static const QString sql = AnyStatusSql();
   return {sql, {from.Serial(), to.Serial()}};
 }
 

@@ -4,6 +4,7 @@
 
 #include <sqlite3.h>
 
+#include <array>
 #include <memory>
 
 namespace talnik {
@@ -30,16 +31,28 @@ char32_t DecodeLong(const Byte*& at, const Byte* end) {
   return QChar::toCaseFolded(character);
 }
 
-/// The next character, folded; `at` moves behind it. Most text is plain ASCII and needs no table.
+constexpr std::array<Byte, 128> kFolded = [] {
+  std::array<Byte, 128> folded{};
+  for (Byte byte = 0; byte < 128; ++byte) folded[byte] = byte >= 'A' && byte <= 'Z' ? byte + 32 : byte;
+  return folded;
+}();
+
+/// The next character, folded; `at` moves behind it.
 inline char32_t NextFolded(const Byte*& at, const Byte* end) {
   const Byte byte = *at;
   if (byte >= 0x80) return DecodeLong(at, end);
   ++at;
-  return byte >= 'A' && byte <= 'Z' ? byte + 32U : byte;
+  return kFolded[byte];
 }
 
 inline bool Fits(char32_t token, char32_t character) {
   return token == character || token == kAnyOne || (token == kAnyDigit && character >= U'0' && character <= U'9');
+}
+
+/// Passes over plain characters that cannot be the token; long texts are mostly that.
+inline void SkipTo(char32_t token, const Byte*& at, const Byte* end) {
+  if (token >= 0x80) return;
+  while (at < end && *at < 0x80 && kFolded[*at] != token) ++at;
 }
 
 char32_t Token(char32_t character) {
@@ -80,6 +93,7 @@ bool LikePattern::Matches(QUtf8StringView text) const {
     }
     if (afterRun == 0) return false;
     NextFolded(runEnd, end);
+    SkipTo(tokens_[afterRun], runEnd, end);
     at = runEnd;
     next = afterRun;
   }
