@@ -12,6 +12,7 @@
 #include <QShortcut>
 
 #include <algorithm>
+#include <functional>
 #include <utility>
 
 namespace talnik {
@@ -109,6 +110,22 @@ QAction* NextWithLetter(const QWidget& menu, const QAction* current, const QStri
   return nullptr;
 }
 
+/// The largest type from `points` down in which something fits; 8 when nothing does.
+int LargestFit(int points, const std::function<bool(const QFontMetrics&)>& fits) {
+  constexpr int smallest = 8;
+  QFont font(u"Arial"_qs);
+  for (; points > smallest; --points) {
+    font.setPointSize(points);
+    if (fits(QFontMetrics(font))) return points;
+  }
+  return smallest;
+}
+
+/// Each new sheet costs a repaint of the whole tree.
+void SetSheet(QWidget* widget, const QString& sheet) {
+  if (widget->styleSheet() != sheet) widget->setStyleSheet(sheet);
+}
+
 void SendKey(QWidget* target, int key) {
   QKeyEvent press(QEvent::KeyPress, key, Qt::NoModifier);
   QApplication::sendEvent(target, &press);
@@ -171,14 +188,11 @@ void OwnMenus::SetState(QAction* action, bool enabled) {
 }
 
 void OwnMenus::RefreshOwnMenus() {
-  const QString sheet = MenuSheet(look_);
   for (const auto& popup : popups_) {
-    if (popup) popup->setStyleSheet(sheet);
+    if (popup) FitMenu(popup);
   }
   for (const auto& bar : bars_) {
-    if (!bar) continue;
-    bar->setStyleSheet(sheet);
-    FitBar(bar);
+    if (bar) FitBar(bar);
   }
 }
 
@@ -206,22 +220,27 @@ void OwnMenus::OpenBar(QMenuBar* bar) {
 
 /// The largest type, up to that of the menus, in which all of the bar fits into its window.
 void OwnMenus::FitBar(QMenuBar* bar) {
-  constexpr int smallest = 8;
-  constexpr int paddings = 24;
+  constexpr int padding = 24;
   const int room = bar->window()->isVisible() ? bar->width() : bar->screen()->availableSize().width();
-  int points = std::max(smallest, look_.MenuSize);
-  QFont font(u"Arial"_qs);
-  for (; points > smallest; --points) {
-    font.setPointSize(points);
-    const QFontMetrics metrics(font);
+  const int points = LargestFit(look_.MenuSize, [&](const QFontMetrics& metrics) {
     int needed = 0;
-    for (const QAction* action : bar->actions()) {
-      if (action->isVisible()) needed += metrics.horizontalAdvance(action->text()) + paddings;
-    }
-    if (needed <= room) break;
-  }
-  const QString sheet = MenuSheet(look_) + u" QMenuBar { font-size: %1pt; }"_qs.arg(points);
-  if (bar->styleSheet() != sheet) bar->setStyleSheet(sheet);
+    for (const QAction* action : Reachable(*bar)) needed += metrics.horizontalAdvance(action->text()) + padding;
+    return needed <= room;
+  });
+  SetSheet(bar, MenuSheet(look_) + u" QMenuBar { font-size: %1pt; }"_qs.arg(points));
+}
+
+/// The same for a menu and the screen. Too many lines are scrolled, too long ones could not be.
+void OwnMenus::FitMenu(QMenu* menu) {
+  constexpr int padding = 120;
+  const int room = menu->screen()->availableSize().width();
+  const int points = LargestFit(look_.MenuSize, [&](const QFontMetrics& metrics) {
+    const QList<QAction*> items = Reachable(*menu);
+    return std::all_of(items.begin(), items.end(),
+                       [&](const QAction* item) { return metrics.horizontalAdvance(item->text()) + padding <= room; });
+  });
+  const QString sheet = popups_.contains(menu) ? MenuSheet(look_) : QString();
+  SetSheet(menu, sheet + (points < look_.MenuSize ? u" QMenu { font-size: %1pt; }"_qs.arg(points) : QString()));
 }
 
 void OwnMenus::Highlighted(QAction* action) {
@@ -249,6 +268,7 @@ void OwnMenus::SayTitle(QAction* title) {
 }
 
 void OwnMenus::MenuOpens(QMenu* menu) {
+  FitMenu(menu);
   opening_ = menu;
   title_ = nullptr;
   // A menu opened by the mouse, or by the tray, has no highlight yet.
@@ -289,11 +309,9 @@ bool OwnMenus::MenuKey(QMenu* menu, QKeyEvent* key) {
   switch (key->key()) {
     case Qt::Key_Home:
     case Qt::Key_End:
-      // From no highlight at all, Down goes to the first item and Up to the last.
-      quiet_ = true;
-      menu->setActiveAction(nullptr);
-      quiet_ = false;
-      SendKey(menu, key->key() == Qt::Key_Home ? Qt::Key_Down : Qt::Key_Up);
+      if (const auto items = Reachable(*menu); !items.isEmpty()) {
+        MoveTo(menu, key->key() == Qt::Key_Home ? items.first() : items.last());
+      }
       return true;
     case Qt::Key_Return:
     case Qt::Key_Enter:
@@ -326,9 +344,10 @@ bool OwnMenus::LetterKey(QMenu* menu, QKeyEvent* key) {
   return true;
 }
 
-/// Highlights an item without opening it, as the arrow keys do.
+/// Highlights an item and scrolls to it, without opening it as the toolkit would with a submenu.
 void OwnMenus::MoveTo(QMenu* menu, QAction* target) {
   quiet_ = true;
+  if (!target->menu()) menu->setActiveAction(target);
   for (auto steps = menu->actions().size(); menu->activeAction() != target && steps > 0; --steps) {
     SendKey(menu, Qt::Key_Down);
   }

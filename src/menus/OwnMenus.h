@@ -70,6 +70,7 @@ class OwnMenus : public QObject {
   void WatchMenu(QMenu* menu);
   void OpenBar(QMenuBar* bar);
   void FitBar(QMenuBar* bar);
+  void FitMenu(QMenu* menu);
   void Highlighted(QAction* action);
   void SayTitle(QAction* title);
   void MenuOpens(QMenu* menu);

@@ -67,6 +67,13 @@ QString LookSheet(const CommonSettings& look, int points) {
       .replace(u"%size"_qs, QString::number(points));
 }
 
+/// What the screen has for a window, without the frame that the desktop draws around it.
+QRect RoomOnScreen(const QWidget& window) {
+  constexpr int side = 10;
+  constexpr int title = 40;
+  return window.screen()->availableGeometry().adjusted(side, 0, -side, -title);
+}
+
 /// Moves all of a window that is larger than the screen into a view that follows the focus.
 void PutIntoScrollArea(QWidget* window) {
   const QPointer<QWidget> focus = window->focusWidget();
@@ -108,19 +115,21 @@ void Form::SetTag(int tag) {
 }
 
 int Form::ShowModal() {
-  constexpr int windowFrame = 40;
   ensurePolished();
-  const QRect available = screen()->availableGeometry();
-  const QSize largest = available.size() - QSize(windowFrame / 2, windowFrame);
   if (layout()) {
     layout()->activate();
     const QSize needed = minimumSizeHint();
-    if (needed.width() > largest.width() || needed.height() > largest.height()) PutIntoScrollArea(this);
+    const QSize room = RoomOnScreen(*this).size();
+    if (needed.width() > room.width() || needed.height() > room.height()) PutIntoScrollArea(this);
   }
-  const QSize size = sizeHint().expandedTo(this->size()).boundedTo(largest);
-  resize(size);
-  move(available.center() - rect().center());
+  FitToScreen();
   return exec();
+}
+
+void Form::FitToScreen() {
+  const QRect room = RoomOnScreen(*this);
+  resize(sizeHint().expandedTo(size()).boundedTo(room.size()));
+  move(room.center() - rect().center());
 }
 
 void NameControl(QWidget* control, const QString& objectName, const QString& accessibleName) {

@@ -27,6 +27,8 @@ class Form : public QDialog {
 
   /// Shows the window modally, large enough for its type and at most as large as the screen.
   int ShowModal();
+  /// Takes the size that the controls want now, in the middle of the screen.
+  void FitToScreen();
 
   Speech& speech() const { return services_.speech; }
   Dialogs& dialogs() const { return services_.dialogs; }

@@ -137,6 +137,9 @@ void frmMsg12::MessageKeyPress(Key& key) {
 
 void frmMsg12::ResizeType(int step) {
   SetTypeSize(txtMessage, txtMessage->font().pointSize() + step);
+  GiveRoom();
+  layout()->activate();
+  FitToScreen();
   speech().Say(SharedText(step > 0 ? TextId::Larger : TextId::Smaller));
 }
 
@@ -145,7 +148,7 @@ void frmMsg12::GiveRoom() {
   const QSize available = screen()->availableSize();
   const QFontMetrics metrics(txtMessage->font());
   const int margins = 2 * metrics.height();
-  const int widest = available.width() * 2 / 3;
+  const int widest = available.width() * 4 / 5;
   const QRect needed =
       metrics.boundingRect(QRect(0, 0, widest - margins, 0), Qt::TextWordWrap, txtMessage->toPlainText());
   const int height = std::min(needed.height() + margins, available.height() / 2);

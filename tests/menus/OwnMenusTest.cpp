@@ -8,7 +8,7 @@
 #include <QMainWindow>
 #include <QMenu>
 #include <QMenuBar>
-#include <QStyle>
+#include <QScreen>
 
 #include <gtest/gtest.h>
 
@@ -174,10 +174,14 @@ TEST(OwnMenus, TypeAndColoursFollowTheSettingsAndTheBarFits) {
   EXPECT_EQ(look(), window.look.BackMenuColor);
   const int before = menu->sizeHint().height();
   window.look.BackMenuColor = Qt::blue;
-  window.look.MenuSize = 60;
+  window.look.MenuSize = 30;
   window.menus.RefreshOwnMenus();
   EXPECT_EQ(look(), QColor(Qt::blue));
-  EXPECT_GT(menu->sizeHint().height(), 2 * before);
+  EXPECT_GT(menu->sizeHint().height(), before * 5 / 4);
+  window.look.MenuSize = 100;
+  window.menus.RefreshOwnMenus();
+  look();
+  EXPECT_LE(menu->sizeHint().width(), menu->screen()->availableSize().width());
   FormDriver::Settle();
   const QMenuBar& bar = *window.menuBar();
   for (const QAction* action : bar.actions()) {
