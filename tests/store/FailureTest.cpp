@@ -2,8 +2,6 @@
 #include "store/Repair.h"
 #include "store/StoreFile.h"
 
-#include <QFile>
-
 namespace talnik::test {
 namespace {
 
@@ -46,7 +44,6 @@ TEST_P(EveryFault, IsToldOnceAndLosesNothing) {
   disk.fault = GetParam().fault;
   if (GetParam().openAnew) store->Close();
   EXPECT_FALSE(InsertOne());
-  EXPECT_FALSE(store->Execute(statements::DeleteAll()));
   EXPECT_FALSE(store->InTransaction([&] {
     InsertOne();
     return true;
@@ -56,7 +53,6 @@ TEST_P(EveryFault, IsToldOnceAndLosesNothing) {
   ScheduleRecord changed = rows->Row();
   changed.appointment = u"x"_qs;
   EXPECT_FALSE(rows->Update(changed));
-  EXPECT_FALSE(rows->AddNew(changed));
   EXPECT_FALSE(rows->Delete());
   EXPECT_EQ(Count(), 100);
   ASSERT_EQ(told.size(), 1) << told.join(u'|').toStdString();
@@ -120,14 +116,6 @@ TEST_F(FailureTest, AFileThatAnotherProgramHoldsIsNotWaitedForTwice) {
   EXPECT_TRUE(told.value(0).contains(u"jiný program"_qs));
   EXPECT_TRUE(InsertOne());
   EXPECT_EQ(Count(), 102);
-}
-
-TEST_F(FailureTest, AMissingFileIsToldByItsPath) {
-  QFile::remove(path);
-  store->WriteFailed = [this](const QString& what) { told << what; };
-  EXPECT_FALSE(InsertOne());
-  EXPECT_FALSE(InsertOne());
-  EXPECT_EQ(told, QStringList(u"Data se nepodařilo uložit, soubor chybí: "_qs + path + u'.'));
 }
 
 }  // namespace
