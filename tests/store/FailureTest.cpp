@@ -33,10 +33,15 @@ class FailureTest : public testing::Test {
 };
 
 struct FaultCase {
+  const char* name;
   Fault fault;
   const char* reason;
   bool openAnew;  ///< the fault is met at the opening
 };
+
+void PrintTo(const FaultCase& test, std::ostream* stream) {
+  *stream << test.name;
+}
 
 class EveryFault : public FailureTest, public testing::WithParamInterface<FaultCase> {};
 
@@ -77,11 +82,11 @@ TEST_P(EveryFault, IsFoundAtTheStart) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Disk, EveryFault,
-                         testing::Values(FaultCase{Fault::Full, "disk je plný", false},
-                                         FaultCase{Fault::ReadOnlyFile, "jen pro čtení", true},
-                                         FaultCase{Fault::ReadOnlyFolder, "nelze otevřít", false},
-                                         FaultCase{Fault::WriteError, "chyba disku", false},
-                                         FaultCase{Fault::SyncError, "chyba disku", false}));
+                         testing::Values(FaultCase{"Full", Fault::Full, "disk je plný", false},
+                                         FaultCase{"ReadOnlyFile", Fault::ReadOnlyFile, "jen pro čtení", true},
+                                         FaultCase{"ReadOnlyFolder", Fault::ReadOnlyFolder, "nelze otevřít", false},
+                                         FaultCase{"WriteError", Fault::WriteError, "chyba disku", false},
+                                         FaultCase{"SyncError", Fault::SyncError, "chyba disku", false}));
 
 TEST_F(FailureTest, AFaultAtAnyWriteLeavesTheOldStateOrTheNew) {
   for (int writes = 0; writes < 60; ++writes) {
