@@ -165,7 +165,7 @@ class frmSchedule : public Form {
   bool unloaded_ = false;
   bool pageKeyDown_ = false;
   std::optional<QString> ruleOfUnsaved_;  ///< chosen anew for a record whose series is not stored yet
-  QString listTextBefore_;                ///< of the list with the focus when its key went down
+  QString listTextBefore_;                ///< of the list with the focus, before its key
   OpeningTitle title_;
   OwnMenus* menus_ = nullptr;
   QHash<QString, QAction*> menu_;  ///< the commands by their names

@@ -5,6 +5,7 @@
 #include "shell/TextControls.h"
 #include "shell/cStandardEditBox.h"
 
+#include <QAbstractItemView>
 #include <QAction>
 #include <QCheckBox>
 #include <QComboBox>
@@ -314,7 +315,10 @@ void frmSchedule::ConnectAlarmFields() {
       Text5, [this] { return cmbAlarmUnit->currentText(); }, [this] { return Text5->text(); });
   for (QComboBox* list : {cmbUserUnit, cmbAlarmUnit}) {
     MakeComboBox(list, events(), speech());
-    connect(list, &QComboBox::textHighlighted, this, [this](const QString& line) { speech().Say(line); });
+    connect(list, &QComboBox::textHighlighted, this, [this, list](const QString& line) {
+      if (list->view()->isVisible()) speech().Say(line);
+    });
+    events().GotFocus(list, [this, list] { listTextBefore_ = list->currentText(); });
     events().KeyDown(list, [this, list](Key&) { listTextBefore_ = list->currentText(); });
     events().KeyUp(list, [this, list](Key& key) {
       if (IsListKey(key) || list->currentText() != listTextBefore_) speech().Say(list->currentText());

@@ -1,6 +1,7 @@
 #include "editor/EditorControls.h"
 #include "editor/EditorWorld.h"
 
+#include <QAbstractItemView>
 #include <QApplication>
 #include <QCheckBox>
 #include <QClipboard>
@@ -204,10 +205,22 @@ TEST_F(Browse, EveryFieldSaysItselfOnFocus) {
       Focus(form, row.control);
       EXPECT_EQ(Heard(), row.said);
     }
-    Focus(form, "cmbUserUnit");
+    Focus(form, "Text4");
+    driver.Press(Qt::Key_Tab);
     Heard();
+    driver.PressOnly(Qt::Key_Tab);
+    driver.Release(Qt::Key_Tab);
+    EXPECT_EQ(Heard(), "say: Alarm: 30 minut předem") << "the key that led there says nothing more";
     driver.Press(Qt::Key_Down);
     EXPECT_EQ(Heard(), "say: 1 hodina předem");
+    driver.Press(Qt::Key_3);
+    EXPECT_EQ(Heard(), "say: 3 hodin předem") << "a typed digit moves too";
+    auto* list = FormDriver::Find<QComboBox>(&form, "cmbUserUnit");
+    list->showPopup();
+    Heard();
+    driver.Press(Qt::Key_Down, Qt::NoModifier, list->view()->window());
+    EXPECT_EQ(Heard(), "say: 1 den předem") << "in the open list";
+    list->hidePopup();
   });
 }
 
