@@ -35,9 +35,12 @@ bool TypesSomething(const Key& key) {
          key.code == Qt::Key_Backspace;
 }
 
+/// Sets the identity of a scan code apart from that of a key without one.
+constexpr quint32 ScanCodeMark = 0x8000'0000U;
+
 /// The same key at press and release, whatever the modifiers have made of its meaning in between.
 quint32 KeyIdentity(const QKeyEvent& event) {
-  return event.nativeScanCode() ? event.nativeScanCode() | 0x8000'0000U : static_cast<quint32>(event.key());
+  return event.nativeScanCode() ? event.nativeScanCode() | ScanCodeMark : static_cast<quint32>(event.key());
 }
 
 bool InMenuBar(const QWidget* widget) {
@@ -97,6 +100,8 @@ class KeyOrder : public QObject {
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
+  std::function<bool(quint32 scanCode)> IsDown;  ///< empty where nobody knows
+
  private:
   using Form = std::shared_ptr<ControlEvents::Impl>;
 
@@ -115,6 +120,8 @@ class KeyOrder : public QObject {
   bool IsRepetition(const QKeyEvent& event);
   bool Press(QWidget* widget, QKeyEvent& event);
   bool Release(QWidget* widget, QKeyEvent& event);
+  static void Run(const Form& form, QWidget* widget, bool wasVisible, const std::deque<KeyHandler>& handlers, Key& key);
+  void ForgetReleased();
   void FocusMoved(QWidget* now);
   void MenuLeft(QWidget* widget);
   static void RunGotFocus(const Form& form, QWidget* control, bool comingBack);
@@ -205,6 +212,16 @@ bool KeyOrder::IsRepetition(const QKeyEvent& event) {
   return held != down_.constEnd() && time != 0 && held->time != 0 && time - held->time < longestDelay;
 }
 
+/// Runs the handlers in turn. A key whose control or window is gone after one of them counts as swallowed.
+void KeyOrder::Run(const Form& form, QWidget* widget, bool wasVisible, const std::deque<KeyHandler>& handlers,
+                   Key& key) {
+  const QPointer<QWidget> target(widget);
+  for (std::size_t i = 0; i < handlers.size() && !key.swallowed; ++i) {
+    handlers[i](key);
+    if (!target || form->IsGone(wasVisible)) key.swallowed = true;
+  }
+}
+
 bool KeyOrder::Press(QWidget* widget, QKeyEvent& event) {
   const Form form = FormOf(widget);
   const quint32 identity = KeyIdentity(event);
@@ -221,19 +238,11 @@ bool KeyOrder::Press(QWidget* widget, QKeyEvent& event) {
   lastReleased_ = 0;
   if (!form) return false;
 
-  const QPointer<QWidget> target(widget);
   const bool wasVisible = form->form->isVisible();
-  const auto run = [&](const std::deque<KeyHandler>& handlers) {
-    for (std::size_t i = 0; i < handlers.size(); ++i) {
-      handlers[i](key);
-      if (!target || form->IsGone(wasVisible)) key.swallowed = true;
-      if (key.swallowed) return;
-    }
-  };
-  run(form->formKeyDown);
+  Run(form, widget, wasVisible, form->formKeyDown, key);
   if (const auto handlers = key.swallowed ? nullptr : form->HandlersOf(widget)) {
-    run(handlers->keyDown);
-    if (!key.swallowed && TypesSomething(key)) run(handlers->keyPress);
+    Run(form, widget, wasVisible, handlers->keyDown, key);
+    if (TypesSomething(key)) Run(form, widget, wasVisible, handlers->keyPress, key);
   }
   // Outside a dialog Qt presses buttons with Space alone.
   auto* button = key.swallowed ? nullptr : qobject_cast<QPushButton*>(widget);
@@ -256,20 +265,24 @@ bool KeyOrder::Release(QWidget* widget, QKeyEvent& event) {
   const Form form = FormOf(widget);
   if (!form || held.owner != form->form || !keyUpIsDue || form->IsGone(held.wasVisible)) return false;
 
-  const QPointer<QWidget> target(widget);
   Key key = held.key;
-  const auto run = [&](const std::deque<KeyHandler>& handlers) {
-    for (std::size_t i = 0; i < handlers.size() && !key.swallowed; ++i) {
-      handlers[i](key);
-      if (!target || form->IsGone(held.wasVisible)) key.swallowed = true;
-    }
-  };
-  run(form->formKeyUp);
-  if (const auto handlers = key.swallowed ? nullptr : form->HandlersOf(widget)) run(handlers->keyUp);
+  Run(form, widget, held.wasVisible, form->formKeyUp, key);
+  if (const auto handlers = key.swallowed ? nullptr : form->HandlersOf(widget)) {
+    Run(form, widget, held.wasVisible, handlers->keyUp, key);
+  }
   return key.swallowed;
 }
 
+/// Forgets the keys whose release no window of the program has seen.
+void KeyOrder::ForgetReleased() {
+  if (!IsDown) return;
+  down_.removeIf([this](const QHash<quint32, Down>::iterator& held) {
+    return (held.key() & ScanCodeMark) != 0 && !IsDown(held.key() & ~ScanCodeMark);
+  });
+}
+
 void KeyOrder::FocusMoved(QWidget* now) {
+  if (now) ForgetReleased();
   const Form form = FormOf(now);
   if (!form) return;
   QWidget* control = form->ControlOf(now);
@@ -313,6 +326,10 @@ ControlEvents::ControlEvents(QWidget* form) : impl_(std::make_shared<Impl>()) {
 ControlEvents::~ControlEvents() {
   impl_->form.clear();
   if (qApp) KeyOrder::OfApplication().Remove(impl_->identity);
+}
+
+void ControlEvents::AskKeyboard(std::function<bool(quint32)> isDown) {
+  KeyOrder::OfApplication().IsDown = std::move(isDown);
 }
 
 void ControlEvents::FormKeyDown(KeyHandler handler) {
