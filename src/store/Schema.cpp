@@ -37,7 +37,7 @@ QList<SchemaIndex> Indexes() {
   return indexes;
 }
 
-bool Run(sqlite3* db, const char* sql) {
+bool RunSql(sqlite3* db, const char* sql) {
   return sqlite3_exec(db, sql, nullptr, nullptr, nullptr) == SQLITE_OK;
 }
 
@@ -63,13 +63,13 @@ bool HasAllColumns(sqlite3* db) {
 }
 
 bool MakeIndexes(sqlite3* db, const QList<SchemaIndex>& missing) {
-  if (!Run(db, "BEGIN IMMEDIATE")) return false;
+  if (!RunSql(db, "BEGIN IMMEDIATE")) return false;
   bool made = true;
   for (const SchemaIndex& index : missing) {
-    made = made && Run(db, QByteArray("DROP INDEX IF EXISTS " + index.name)) && Run(db, index.sql);
+    made = made && RunSql(db, QByteArray("DROP INDEX IF EXISTS " + index.name)) && RunSql(db, index.sql);
   }
-  if (made && Run(db, "COMMIT")) return true;
-  Run(db, "ROLLBACK");
+  if (made && RunSql(db, "COMMIT")) return true;
+  RunSql(db, "ROLLBACK");
   return false;
 }
 

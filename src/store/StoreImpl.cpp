@@ -14,10 +14,6 @@ namespace talnik {
 
 namespace {
 
-/// Pages kept in memory: little between the user's keys, much within a transaction of many writes.
-constexpr auto kSmallCache = "PRAGMA cache_size=-4096";
-constexpr auto kLargeCache = "PRAGMA cache_size=-65536";
-
 class Counted {
  public:
   explicit Counted(int& counter) : counter_(counter) { ++counter_; }
@@ -102,7 +98,6 @@ void Store::Impl::Reopen(int& error) {
   patient_ = (error & 0xFF) != SQLITE_BUSY;
   if (!connection) return;
   if (std::exchange(fileIdentity_, connection->FileIdentity()) != connection->FileIdentity()) ++filesSeen;
-  Run(*connection, kSmallCache);
   if (sqlite3_db_readonly(connection->Db(), "main") == 0) EnsureIndexes(connection->Db());
   FindLastRow();
 }
@@ -172,7 +167,6 @@ bool Store::Impl::Begin() {
   Connection* open = Ready(error);
   if (open) error = Run(*open, "BEGIN IMMEDIATE");
   if (error != SQLITE_OK) return Failed(error);
-  Run(*open, kLargeCache);
   return true;
 }
 
@@ -199,7 +193,6 @@ bool Store::Impl::InTransaction(const std::function<bool()>& work) {
     if (kept) error = Run(*connection, "COMMIT");
     if (!kept || error != SQLITE_OK) Rollback();
   }
-  Run(*connection, kSmallCache);
   if (error != SQLITE_OK) return Failed(error);
   if (kept) Succeeded(before);
   Tell();
