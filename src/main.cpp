@@ -1,6 +1,7 @@
 #include "calendar/frmMain.h"
 #include "platform/linux/MakePlatform.h"
 #include "platform/linux/XcbKeyboardHook.h"
+#include "shell/ControlEvents.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -19,6 +20,7 @@ int main(int argc, char** argv) {
     QApplication::installTranslator(&toolkit);
   }
   talnik::EnableDetectableAutoRepeat();
+  talnik::ControlEvents::AskKeyboard(talnik::IsKeyHeld);
 
   talnik::frmMain main(talnik::MakePlatform(), QApplication::arguments().mid(1));
   QObject::connect(&main, &talnik::frmMain::Ended, &application, [] { QCoreApplication::exit(0); });

@@ -120,7 +120,8 @@ class KeyOrder : public QObject {
   bool IsRepetition(const QKeyEvent& event);
   bool Press(QWidget* widget, QKeyEvent& event);
   bool Release(QWidget* widget, QKeyEvent& event);
-  static void Run(const Form& form, QWidget* widget, bool wasVisible, const std::deque<KeyHandler>& handlers, Key& key);
+  static void Run(const Form& form, const QPointer<QWidget>& target, bool wasVisible,
+                  const std::deque<KeyHandler>& handlers, Key& key);
   void ForgetReleased();
   void FocusMoved(QWidget* now);
   void MenuLeft(QWidget* widget);
@@ -213,9 +214,8 @@ bool KeyOrder::IsRepetition(const QKeyEvent& event) {
 }
 
 /// Runs the handlers in turn. A key whose control or window is gone after one of them counts as swallowed.
-void KeyOrder::Run(const Form& form, QWidget* widget, bool wasVisible, const std::deque<KeyHandler>& handlers,
-                   Key& key) {
-  const QPointer<QWidget> target(widget);
+void KeyOrder::Run(const Form& form, const QPointer<QWidget>& target, bool wasVisible,
+                   const std::deque<KeyHandler>& handlers, Key& key) {
   for (std::size_t i = 0; i < handlers.size() && !key.swallowed; ++i) {
     handlers[i](key);
     if (!target || form->IsGone(wasVisible)) key.swallowed = true;
@@ -238,11 +238,12 @@ bool KeyOrder::Press(QWidget* widget, QKeyEvent& event) {
   lastReleased_ = 0;
   if (!form) return false;
 
+  const QPointer<QWidget> target(widget);
   const bool wasVisible = form->form->isVisible();
-  Run(form, widget, wasVisible, form->formKeyDown, key);
+  Run(form, target, wasVisible, form->formKeyDown, key);
   if (const auto handlers = key.swallowed ? nullptr : form->HandlersOf(widget)) {
-    Run(form, widget, wasVisible, handlers->keyDown, key);
-    if (TypesSomething(key)) Run(form, widget, wasVisible, handlers->keyPress, key);
+    Run(form, target, wasVisible, handlers->keyDown, key);
+    if (TypesSomething(key)) Run(form, target, wasVisible, handlers->keyPress, key);
   }
   // Outside a dialog Qt presses buttons with Space alone.
   auto* button = key.swallowed ? nullptr : qobject_cast<QPushButton*>(widget);
@@ -265,10 +266,11 @@ bool KeyOrder::Release(QWidget* widget, QKeyEvent& event) {
   const Form form = FormOf(widget);
   if (!form || held.owner != form->form || !keyUpIsDue || form->IsGone(held.wasVisible)) return false;
 
+  const QPointer<QWidget> target(widget);
   Key key = held.key;
-  Run(form, widget, held.wasVisible, form->formKeyUp, key);
+  Run(form, target, held.wasVisible, form->formKeyUp, key);
   if (const auto handlers = key.swallowed ? nullptr : form->HandlersOf(widget)) {
-    Run(form, widget, held.wasVisible, handlers->keyUp, key);
+    Run(form, target, held.wasVisible, handlers->keyUp, key);
   }
   return key.swallowed;
 }

@@ -47,6 +47,10 @@ class ControlEvents : public QObject {
   explicit ControlEvents(QWidget* form);
   ~ControlEvents() override;
 
+  /// Lets `isDown` tell whether the key of a native scan code is held. A release may pass while no window of the
+  /// program has the focus; without this the next press of that key would count as its repetition.
+  static void AskKeyboard(std::function<bool(quint32 scanCode)> isDown);
+
   void FormKeyDown(KeyHandler handler);
   void FormKeyUp(KeyHandler handler);
 

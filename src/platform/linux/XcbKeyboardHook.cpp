@@ -15,6 +15,8 @@
 
 #include <algorithm>
 #include <cstdlib>
+#include <iterator>
+#include <memory>
 
 namespace talnik {
 
@@ -165,6 +167,17 @@ void EnableDetectableAutoRepeat() {
                                XCB_XKB_PER_CLIENT_FLAG_DETECTABLE_AUTO_REPEAT, 0, 0, 0);
   xcb_discard_reply(connection, answer.sequence);
   xcb_flush(connection);
+}
+
+bool IsKeyHeld(std::uint32_t scanCode) {
+  xcb_connection_t* connection = Display();
+  if (!connection) return true;
+  const std::unique_ptr<xcb_query_keymap_reply_t, decltype(&std::free)> keys(
+      xcb_query_keymap_reply(connection, xcb_query_keymap(connection), nullptr), &std::free);
+  constexpr std::uint32_t keysOfByte = 8;
+  const std::uint32_t byte = scanCode / keysOfByte;
+  if (!keys || byte >= std::size(keys->keys)) return true;
+  return (keys->keys[byte] >> (scanCode % keysOfByte) & 1) != 0;
 }
 
 }  // namespace talnik

@@ -45,4 +45,7 @@ std::unique_ptr<KeyboardHook> MakeKeyboardHook();
 /// Asks the display to send a held key as many presses and one release. Call it once, when the application exists.
 void EnableDetectableAutoRepeat();
 
+/// Whether the key of this native scan code is held now. True where the display cannot tell.
+bool IsKeyHeld(std::uint32_t scanCode);
+
 }  // namespace talnik
