@@ -4,7 +4,7 @@
 desk_start() { # SIZE
   DESK=$(mktemp -d "${TMPDIR:-/tmp}/talnik-desk.XXXXXX")
   trap desk_stop EXIT
-  mkdir -p "$DESK"/{home,run,data,config,speech/modules,shots}
+  mkdir -p "$DESK"/{home,run,data,config,speech/modules}
   chmod 700 "$DESK"/run
   export HOME=$DESK/home XDG_RUNTIME_DIR=$DESK/run XDG_DATA_HOME=$DESK/data XDG_CONFIG_HOME=$DESK/config
   export PULSE_RUNTIME_PATH=$DESK/run LANG=cs_CZ.UTF-8 QT_QPA_PLATFORM=xcb
@@ -67,6 +67,3 @@ desk_wait() { # SECONDS COMMAND...   until the command succeeds
   done
 }
 
-desk_shot() { # NAME
-  import -window root "$DESK/shots/$1.png" 2>/dev/null
-}
