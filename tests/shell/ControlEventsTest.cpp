@@ -36,7 +36,7 @@ class EventWindow : public QDialog {
     QObject::connect(&first, &QLineEdit::textEdited, this, [this] { log << u"work"_qs; });
   }
 
-  void Open() {
+  void Appear() {
     show();
     activateWindow();
     ASSERT_TRUE(FormDriver::Until([this] { return isActiveWindow() && first.hasFocus(); }));
@@ -90,7 +90,7 @@ constexpr auto Up = QEvent::KeyRelease;
 
 TEST(ControlEvents, AKeyRunsFormThenControlThenItsOwnWorkAndComesUpOnce) {
   EventWindow window;
-  window.Open();
+  window.Appear();
   FormDriver driver;
   driver.PressOnly(Qt::Key_F5);
   EXPECT_EQ(window.Log(), "form-down down1");
@@ -110,7 +110,7 @@ TEST(ControlEvents, ASwallowedKeyGoesNoFartherButComesUp) {
        {Case{"form-down", "form-down form-up up1"}, Case{"down1", "form-down down1 form-up up1"},
         Case{"press1", "form-down down1 press1 form-up up1"}, Case{"form-up", "form-down down1 press1 work form-up"}}) {
     EventWindow window;
-    window.Open();
+    window.Appear();
     window.swallowAt = test.at;
     FormDriver().Type(u"a"_qs);
     EXPECT_EQ(window.Log(), test.expected) << test.at;
@@ -148,7 +148,7 @@ TEST(ControlEvents, AHeldKeyRepeatsItsKeyDownAndComesUpOnce) {
   };
   for (const Case& test : cases) {
     EventWindow window;
-    window.Open();
+    window.Appear();
     for (const RawKey& raw : test.keys) raw.SendTo(&window.first);
     EXPECT_EQ(window.Log(), test.expected) << test.name;
   }
@@ -156,7 +156,7 @@ TEST(ControlEvents, AHeldKeyRepeatsItsKeyDownAndComesUpOnce) {
 
 TEST(ControlEvents, KeyUpCarriesTheKeyAndModifiersOfThePress) {
   EventWindow window;
-  window.Open();
+  window.Appear();
   QStringList seen;
   window.handler = [&](const QByteArray& what, const Key& key) {
     if (what == "up1") seen << QString::number(key.code) + u'/' + QString::number(key.shift.toInt());
@@ -168,7 +168,7 @@ TEST(ControlEvents, KeyUpCarriesTheKeyAndModifiersOfThePress) {
 
 TEST(ControlEvents, BothEntersAndBacktabAreOneKeyEach) {
   EventWindow window;
-  window.Open();
+  window.Appear();
   QList<Key> seen;
   window.handler = [&](const QByteArray& what, const Key& key) {
     if (what == "form-down" && !key.Is(Qt::Key_Shift)) seen << key;
@@ -183,10 +183,10 @@ TEST(ControlEvents, BothEntersAndBacktabAreOneKeyEach) {
 
 TEST(ControlEvents, AKeyThatClosedAWindowDoesNothingInTheOneBelow) {
   EventWindow below;
-  below.Open();
+  below.Appear();
   for (const bool heldOn : {false, true}) {
     EventWindow dialog(&below);
-    dialog.Open();
+    dialog.Appear();
     dialog.handler = [&](const QByteArray& what, Key&) {
       if (what == "down1") dialog.close();
     };
@@ -207,10 +207,10 @@ TEST(ControlEvents, AKeyThatClosedAWindowDoesNothingInTheOneBelow) {
 
 TEST(ControlEvents, AHeldKeyDoesNothingInTheWindowThatItOpened) {
   EventWindow below;
-  below.Open();
+  below.Appear();
   RawKey{Down, Qt::Key_Return, 1000}.SendTo(&below.first);
   EventWindow opened(&below);
-  opened.Open();
+  opened.Appear();
   RawKey{Down, Qt::Key_Return, 1500}.SendTo(&opened.first);
   RawKey{Up, Qt::Key_Return, 1510}.SendTo(&opened.first);
   EXPECT_EQ(opened.Log(), "");
@@ -219,14 +219,14 @@ TEST(ControlEvents, AHeldKeyDoesNothingInTheWindowThatItOpened) {
 TEST(ControlEvents, HandlersMayDeleteTheControlAndTheWindow) {
   for (const QByteArray at : {"form-down", "down1", "press1", "form-up", "up1"}) {
     auto* window = new EventWindow;
-    window->Open();
+    window->Appear();
     window->handler = [window, at](const QByteArray& what, Key&) {
       if (what == at) delete window;
     };
     FormDriver().Type(u"a"_qs);
   }
   EventWindow window;
-  window.Open();
+  window.Appear();
   auto* field = new QLineEdit(&window);
   field->show();
   field->setFocus();
@@ -241,7 +241,7 @@ TEST(ControlEvents, KeysInPopupsAndTheMenuBarAreNotTheWindows) {
   combo.addItems({u"a"_qs, u"b"_qs});
   window.layout()->addWidget(&combo);
   window.bar.addMenu(u"Menu"_qs)->addAction(u"Item"_qs);
-  window.Open();
+  window.Appear();
   FormDriver driver;
   combo.setFocus();
   combo.showPopup();
@@ -258,12 +258,12 @@ TEST(ControlEvents, KeysInPopupsAndTheMenuBarAreNotTheWindows) {
 
 TEST(ControlEvents, FocusMovesAreToldOnceInOrder) {
   EventWindow window;
-  window.Open();
+  window.Appear();
   window.second.setFocus();
   EXPECT_EQ(window.Log(), "lost1 got2");
   {
     EventWindow other;
-    other.Open();
+    other.Appear();
   }
   window.activateWindow();
   ASSERT_TRUE(FormDriver::Until([&] { return window.second.hasFocus() && window.isActiveWindow(); }));
@@ -275,7 +275,7 @@ TEST(ControlEvents, AMenuThatEscapeClosedGivesTheControlBackAudibly) {
   int chosen = 0;
   QMenu menu;
   menu.addAction(u"Item"_qs, [&] { ++chosen; });
-  window.Open();
+  window.Appear();
   FormDriver driver;
   for (const int key : {Qt::Key_Escape, Qt::Key_Return}) {
     menu.popup(QPoint(0, 0));
