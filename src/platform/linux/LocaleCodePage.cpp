@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
 #include <optional>
 #include <utility>
 
@@ -59,7 +60,7 @@ std::optional<QByteArray> ToWindows1250(const QString& text) {
 /// The text in any charset of the C library; nothing when it does not know it or the charset lacks a letter.
 std::optional<QByteArray> ToCharset(const QByteArray& charset, const QString& text) {
   const iconv_t converter = iconv_open(charset.constData(), "UTF-8");
-  if (converter == iconv_t(-1)) return std::nullopt;
+  if (reinterpret_cast<std::intptr_t>(converter) == -1) return std::nullopt;
   QByteArray input = text.toUtf8();
   QByteArray output(input.size() * 4 + 16, '\0');
   char* from = input.data();
@@ -77,7 +78,7 @@ std::optional<QByteArray> ToCharset(const QByteArray& charset, const QString& te
 QByteArray CharsetOfLocale() {
   const locale_t locale = newlocale(LC_CTYPE_MASK, "", nullptr);
   if (!locale) return "UTF-8";
-  const QByteArray charset = nl_langinfo_l(CODESET, locale);
+  QByteArray charset = nl_langinfo_l(CODESET, locale);
   freelocale(locale);
   return charset;
 }

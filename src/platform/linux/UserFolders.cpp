@@ -20,7 +20,7 @@ QString FolderVariable(const char* name) {
 }
 
 QString XdgFolder(const char* variable, const QString& inHome) {
-  const QString path = FolderVariable(variable);
+  QString path = FolderVariable(variable);
   if (!path.isEmpty()) return path;
   const QString home = HomeFolder();
   return home.isEmpty() ? QString() : QDir(home).filePath(inHome);
@@ -29,7 +29,7 @@ QString XdgFolder(const char* variable, const QString& inHome) {
 }  // namespace
 
 QString HomeFolder() {
-  const QString path = FolderVariable("HOME");
+  QString path = FolderVariable("HOME");
   if (!path.isEmpty()) return path;
   const passwd* user = getpwuid(geteuid());
   const QString home = user ? QFile::decodeName(user->pw_dir) : QString();
@@ -48,7 +48,7 @@ QString RuntimeFolder() {
   // A session's folder that another user owns was inherited by way of su or sudo; it is not ours to write to.
   const QString session = FolderVariable("XDG_RUNTIME_DIR");
   if (!session.isEmpty() && QFileInfo(session).ownerId() == geteuid()) {
-    const QString folder = session + u"/talnik";
+    QString folder = session + u"/talnik";
     if (ClaimPrivateFolder(folder)) return folder;
   }
   QString temporary = FolderVariable("TMPDIR");
@@ -57,7 +57,7 @@ QString RuntimeFolder() {
   if (ClaimPrivateFolder(temporary)) return temporary;
   const QString data = DataHome();
   if (data.isEmpty() || !MakePrivateFolder(data)) return {};
-  const QString folder = data + u"/talnik-run";
+  QString folder = data + u"/talnik-run";
   return ClaimPrivateFolder(folder) ? folder : QString();
 }
 
