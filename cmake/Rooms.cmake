@@ -26,6 +26,7 @@ function(talnik_tests room)
     return()
   endif()
   add_executable(test_${room} ${sources})
+  set_target_properties(test_${room} PROPERTIES UNITY_BUILD OFF)
   target_link_libraries(test_${room} PRIVATE ${room} test_support ${ARG_LINKS} talnik_options)
   gtest_discover_tests(test_${room} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
     PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 120 LABELS ${room})
