@@ -145,9 +145,4 @@ TEST(LinuxShell, ExecWordIsReadBackAsItStands) {
   EXPECT_EQ(ExecWord(u"a\"b`c$d\\e"_qs), u"\"a\\\\\"b\\\\`c\\\\$d\\\\\\\\e\""_qs);
 }
 
-TEST(LinuxShell, OpensNothingThatIsNotThere) {
-  EXPECT_FALSE(LinuxShell().Open(u"/nowhere/talnik.htm"_qs));
-  EXPECT_FALSE(LinuxShell().Open(QString()));
-}
-
 }  // namespace talnik::test

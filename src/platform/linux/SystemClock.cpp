@@ -35,8 +35,7 @@ bool MeansNoService(const QString& errorName) {
          std::find(std::begin(Names), std::end(Names), errorName) != std::end(Names);
 }
 
-}  // namespace
-
+/// A refusal by the rights of the user, or any other failure.
 Clock::Outcome ClockOutcome(const QString& errorName) {
   static constexpr QStringView Refusals[] = {u"org.freedesktop.DBus.Error.AccessDenied",
                                              u"org.freedesktop.DBus.Error.AuthFailed",
@@ -45,6 +44,8 @@ Clock::Outcome ClockOutcome(const QString& errorName) {
                        std::find(std::begin(Refusals), std::end(Refusals), errorName) != std::end(Refusals);
   return refused ? Clock::Outcome::NotPermitted : Clock::Outcome::Failed;
 }
+
+}  // namespace
 
 struct SystemClock::Line {
   std::mutex mutex;

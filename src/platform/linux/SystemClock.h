@@ -40,7 +40,4 @@ class SystemClock : public Clock {
   std::unique_ptr<Worker> connecting_;
 };
 
-/// What an error of the bus means for the user: a refusal, or any other failure.
-Clock::Outcome ClockOutcome(const QString& errorName);
-
 }  // namespace talnik
