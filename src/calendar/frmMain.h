@@ -21,6 +21,7 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <QPointer>
 #include <QStringList>
 #include <QTimer>
 
@@ -96,6 +97,7 @@ class frmMain : public QMainWindow, private TickHost {
   void PaintControls();
   void ConnectControls();
   void ConnectFocus();
+  void OnFocus(QWidget* control, const std::function<void()>& handler);
   void Form_KeyDown(Key& key);
   void Form_Activate();
   void List1_GotFocus();
@@ -215,6 +217,7 @@ class frmMain : public QMainWindow, private TickHost {
   bool trayMenuOpen_ = false;
   bool quietReturn_ = false;  ///< the next activation is silent: the command that ran has spoken
   bool justActivated_ = false;
+  QPointer<QWidget> focusWhenHidden_;
   int sweeps_ = 0;  ///< how often open windows were swept away
 };
 

@@ -134,20 +134,29 @@ void frmMain::ConnectControls() {
   connect(txtNames, &QPlainTextEdit::textChanged, this, [this] { namesField_->Change(); });
 }
 
+/// The desktop may give the keyboard once more to a window that has just hidden; nobody is there to hear of it.
+void frmMain::OnFocus(QWidget* control, const std::function<void()>& handler) {
+  events_.GotFocus(control, [this, handler] {
+    if (isVisible()) handler();
+  });
+}
+
 void frmMain::ConnectFocus() {
-  events_.GotFocus(List1, [this] { List1_GotFocus(); });
-  events_.GotFocus(Command1, [this] {
+  OnFocus(List1, [this] { List1_GotFocus(); });
+  OnFocus(Command1, [this] {
     view_.TitleOnFocus = false;
     if (!TakeSilentReturn()) speech().FocusRead(QString(), Command1->text());
   });
   for (QPushButton* button : {Command2, Command4}) {
-    events_.GotFocus(button, [this, button] {
+    OnFocus(button, [this, button] {
       if (!TakeSilentReturn()) speech().Say(button->accessibleName());
     });
   }
-  events_.GotFocus(txtNames, [this] { namesField_->GotFocus(); });
-  events_.LostFocus(txtNames, [this] { namesField_->LostFocus(); });
-  events_.GotFocus(lblTime, [this] {
+  OnFocus(txtNames, [this] { namesField_->GotFocus(); });
+  events_.LostFocus(txtNames, [this] {
+    if (isVisible()) namesField_->LostFocus();
+  });
+  OnFocus(lblTime, [this] {
     speech().FocusRead(QString(), lblTime->text());
     view_.TitleOnFocus = false;
   });
@@ -167,7 +176,7 @@ void frmMain::Form_KeyDown(Key& key) {
     QAction* search = Menu("mnuSearchRecord");
     return search->isEnabled() ? search->trigger() : calendar_->Refuse();
   }
-  if (key.Is(Qt::Key_F5)) return List1->setFocus();
+  if (key.Is(Qt::Key_F5)) return inList ? calendar_->ReadDay(QString(), true) : List1->setFocus();
   // Where no window manager takes this key for itself, it comes here as any other.
   if (key.Is(Qt::Key_F4, Qt::AltModifier)) {
     key.Swallow();
@@ -177,7 +186,7 @@ void frmMain::Form_KeyDown(Key& key) {
 
 bool frmMain::event(QEvent* event) {
   const bool done = QMainWindow::event(event);
-  if (event->type() == QEvent::WindowActivate) Form_Activate();
+  if (event->type() == QEvent::WindowActivate && isVisible()) Form_Activate();
   return done;
 }
 

@@ -112,12 +112,15 @@ void frmMain::End() {
 }
 
 void frmMain::HideWindow() {
+  focusWhenHidden_ = focusWidget();
   hide();
 }
 
 void frmMain::ShowNormal() {
   if (ownMenus_) ownMenus_->RefreshOwnMenus();
   setWindowState(windowState() & ~Qt::WindowMinimized);
+  // A late event of the desktop may have moved the focus of the hidden window.
+  if (!isVisible() && focusWhenHidden_) focusWhenHidden_->setFocus();
   show();
   QWidget* front = QApplication::activeModalWidget() ? QApplication::activeModalWidget() : this;
   front->raise();
@@ -179,11 +182,9 @@ void frmMain::TrayLeftClick() {
   const bool wasVisible = isVisible();
   const bool wasActive = isActiveWindow();
   ShowNormal();
-  if (!List1->hasFocus() || focusWidget() != List1) {
-    List1->setFocus();
-  } else if (wasActive) {
-    calendar_->ReadDay(windowTitle(), !wasVisible);
-  }
+  if (focusWidget() != List1) return List1->setFocus();
+  // A window that comes to the front is read by the focus that it gets.
+  if (wasActive) calendar_->ReadDay(windowTitle(), !wasVisible);
 }
 
 void frmMain::TrayMenu() {
