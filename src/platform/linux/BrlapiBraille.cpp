@@ -95,7 +95,7 @@ void BrlapiSession::HandOver() {
 void BrlapiSession::Run() {
   present_ = connection_.Open() && connection_.Cells() > 0;
   searched_.set_value();
-  while (!box_.IsClosed() || box_.IsWaiting()) {
+  while (!box_.IsClosed()) {
     if (const std::optional<Wish> wish = box_.Wait(QDeadlineTimer(QDeadlineTimer::Forever), connection_.Descriptor())) {
       Obey(*wish);
     } else if (connection_.Descriptor() >= 0) {

@@ -54,11 +54,13 @@ bool BrlapiConnection::Succeeded(bool success) {
 }
 
 int BrlapiConnection::Cells() {
-  unsigned columns = 0;
-  unsigned rows = 0;
-  if (!Succeeded(brlapi__getDisplaySize(handle_->Get(), &columns, &rows) == 0)) return 0;
+  // brlapi_getDisplaySize would tell for ever what it heard first; lines come and go.
+  uint32_t size[2] = {0, 0};
+  const ssize_t bytes =
+      brlapi__getParameter(handle_->Get(), BRLAPI_PARAM_DISPLAY_SIZE, 0, BRLAPI_PARAMF_GLOBAL, size, sizeof size);
+  if (!Succeeded(bytes == sizeof size)) return 0;
   // A server without a line says that it has one cell.
-  return columns > 1 && rows > 0 ? static_cast<int>(columns) : 0;
+  return size[0] > 1 && size[1] > 0 ? static_cast<int>(size[0]) : 0;
 }
 
 bool BrlapiConnection::Enter(int window) {

@@ -43,8 +43,9 @@ PulseSound::~PulseSound() {
 void PulseSound::Play(const QString& path, std::function<void()> finished) {
   Finish();
   finished_ = std::move(finished);
-  if (!deaf_.hasExpired()) return Finish();
-  player_->Play(path, ++sound_);
+  const bool isPlayable = !path.isEmpty() && deaf_.hasExpired();
+  player_->Play(isPlayable ? path : QString(), ++sound_);
+  if (!isPlayable) return Finish();
   noAnswer_.start(Patience);
 }
 

@@ -79,7 +79,7 @@ void SpeechdSession::Stop() {
 
 void SpeechdSession::Run() {
   connection_.Open();
-  while (!box_.IsClosed() || box_.IsWaiting()) {
+  while (!box_.IsClosed()) {
     if (std::optional<Wish> wish = box_.Wait(giveUp_)) Carry(std::move(*wish));
     if (message_ && giveUp_.hasExpired()) PieceDone();
     Next();

@@ -59,12 +59,7 @@ class WishBox {
     return Take();
   }
 
-  bool IsWaiting() const {
-    const std::scoped_lock lock(mutex_);
-    return wish_.has_value();
-  }
-
-  /// No more wishes will come; the one that waits may still be taken.
+  /// No more wishes will come, and the worker is to end.
   void Close() {
     {
       const std::scoped_lock lock(mutex_);

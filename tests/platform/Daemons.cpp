@@ -1,0 +1,240 @@
+#include "platform/Daemons.h"
+
+#include "support/FormDriver.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QLocalSocket>
+#include <QRegularExpression>
+#include <QStandardPaths>
+#include <QTcpSocket>
+
+#include <signal.h>
+
+namespace talnik::test {
+
+Daemon::~Daemon() {
+  if (process_.state() == QProcess::NotRunning) return;
+  Thaw();
+  process_.terminate();
+  if (!process_.waitForFinished(3000)) Kill();
+}
+
+bool Daemon::Run(const QString& program, const QStringList& arguments) {
+  process_.setProcessEnvironment(environment_);
+  process_.setWorkingDirectory(folder_.path());
+  process_.setStandardOutputFile(QProcess::nullDevice());
+  process_.setStandardErrorFile(Path(u"stderr"_qs));
+  process_.start(QStandardPaths::findExecutable(program), arguments);
+  return process_.waitForStarted();
+}
+
+bool Daemon::IsInstalled(const QString& program) {
+  return !QStandardPaths::findExecutable(program).isEmpty();
+}
+
+void Daemon::Freeze() {
+  kill(static_cast<pid_t>(process_.processId()), SIGSTOP);
+}
+
+void Daemon::Thaw() {
+  kill(static_cast<pid_t>(process_.processId()), SIGCONT);
+}
+
+void Daemon::Kill() {
+  process_.kill();
+  process_.waitForFinished();
+}
+
+SoundServer::SoundServer() : server_("PULSE_SERVER", Address().toUtf8()) {
+  environment_.remove(u"PULSE_SERVER"_qs);
+  for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "PULSE_RUNTIME_PATH"}) {
+    environment_.insert(QString::fromLatin1(name), folder_.path());
+  }
+}
+
+bool SoundServer::Start() {
+  // Without rewinding the sink sleeps 50 ms at a time, else two seconds.
+  WriteFile(Path(u"default.pa"_qs),
+            "load-module module-null-sink sink_name=out norewinds=1\n"
+            "load-module module-native-protocol-unix auth-anonymous=1 socket=" +
+                Path(u"native"_qs).toUtf8() + "\nset-default-sink out\n");
+  return Run(u"pulseaudio"_qs, {u"-n"_qs, u"-F"_qs, Path(u"default.pa"_qs), u"--daemonize=no"_qs,
+                                u"--exit-idle-time=-1"_qs, u"--disallow-exit"_qs}) &&
+         FormDriver::Until([this] { return QFileInfo::exists(Path(u"native"_qs)); });
+}
+
+namespace {
+
+constexpr int EarRate = 8000;
+
+}  // namespace
+
+Ear::Ear(const SoundServer& server) {
+  recorder_.start(u"parec"_qs,
+                  {u"--server"_qs, server.Address(), u"-d"_qs, u"out.monitor"_qs, u"--raw"_qs, u"--format=s16le"_qs,
+                   u"--rate=%1"_qs.arg(EarRate), u"--channels=1"_qs, u"--latency-msec=20"_qs});
+}
+
+Ear::~Ear() {
+  recorder_.kill();
+  recorder_.waitForFinished();
+}
+
+bool Ear::Listen() {
+  return FormDriver::Until([this] {
+    Hear();
+    return heard_ > 0;
+  });
+}
+
+void Ear::Hear() {
+  const QByteArray bytes = recorder_.read(recorder_.bytesAvailable() / 2 * 2);
+  for (qsizetype i = 0; i + 1 < bytes.size(); i += 2, ++heard_) {
+    const auto sample = static_cast<qint16>(static_cast<uchar>(bytes[i]) | static_cast<uchar>(bytes[i + 1]) << 8);
+    if (std::abs(sample) < 100) continue;
+    // The crossings of zero between two loud samples sound as well.
+    loud_ += std::min<qint64>(heard_ - lastLoud_, EarRate / 200);
+    lastLoud_ = heard_;
+  }
+}
+
+int Ear::LoudMilliseconds() {
+  Hear();
+  return static_cast<int>(loud_ * 1000 / EarRate);
+}
+
+int Ear::QuietMilliseconds() {
+  Hear();
+  return static_cast<int>((heard_ - lastLoud_) * 1000 / EarRate);
+}
+
+SpeechDaemon::SpeechDaemon(const SoundServer& server)
+    : address_("SPEECHD_ADDRESS", "unix_socket:" + Path(u"speech.sock"_qs).toUtf8()) {
+  environment_.insert(u"PULSE_SERVER"_qs, server.Address());
+  environment_.insert(u"HOME"_qs, folder_.path());
+}
+
+SpeechDaemon::~SpeechDaemon() = default;
+
+bool SpeechDaemon::IsInstalled() {
+  return Daemon::IsInstalled(u"speech-dispatcher"_qs) && Daemon::IsInstalled(u"pulseaudio"_qs) &&
+         QFileInfo::exists(u"/etc/speech-dispatcher/modules/espeak-ng.conf"_qs);
+}
+
+bool SpeechDaemon::Start() {
+  QDir(folder_.path()).mkpath(u"modules"_qs);
+  QFile::copy(u"/etc/speech-dispatcher/modules/espeak-ng.conf"_qs, Path(u"modules/espeak-ng.conf"_qs));
+  // The level at which the log holds the texts.
+  WriteFile(Path(u"speechd.conf"_qs),
+            "LogLevel 5\nDefaultLanguage \"en\"\nAudioOutputMethod \"pulse\"\n"
+            "AddModule \"espeak-ng\" \"sd_espeak-ng\" \"espeak-ng.conf\"\n"
+            "DefaultModule \"espeak-ng\"\nDisableAutoSpawn\n");
+  for (const char* left : {"speech.sock", "speech.pid", "speech-dispatcher.log"}) {
+    QFile::remove(Path(QString::fromLatin1(left)));
+  }
+  read_ = 0;
+  const auto isListening = [this] {
+    QLocalSocket socket;
+    socket.connectToServer(Path(u"speech.sock"_qs));
+    return socket.waitForConnected(0);
+  };
+  return Run(u"speech-dispatcher"_qs, {u"-s"_qs, u"-C"_qs, folder_.path(), u"-S"_qs, Path(u"speech.sock"_qs), u"-P"_qs,
+                                       Path(u"speech.pid"_qs), u"-L"_qs, folder_.path(), u"-t"_qs, u"0"_qs}) &&
+         FormDriver::Until(isListening);
+}
+
+QStringList SpeechDaemon::News() {
+  static const QRegularExpression deed(
+      u"output module: \\|<speak>(?<say>.*?)</speak>\\||output module: \\|(?<char>[^|\\n]+)\\| \\(0\\)|"
+      "^(?<end>702 END)|^(?<cut>703 CANCELED)"_qs,
+      QRegularExpression::MultilineOption);
+  QByteArray lines = ReadFile(Path(u"speech-dispatcher.log"_qs)).mid(read_);
+  lines.truncate(lines.lastIndexOf('\n') + 1);
+  read_ += lines.size();
+  const QString log = QString::fromUtf8(lines);
+  QStringList news;
+  for (auto found = deed.globalMatch(log); found.hasNext();) {
+    const QRegularExpressionMatch match = found.next();
+    if (match.hasCaptured(u"say"_qs)) news << u"say: "_qs + match.captured(u"say"_qs);
+    if (match.hasCaptured(u"char"_qs)) news << u"char: "_qs + match.captured(u"char"_qs);
+    if (match.hasCaptured(u"end"_qs)) news << u"end"_qs;
+    if (match.hasCaptured(u"cut"_qs)) news << u"cut"_qs;
+  }
+  return news;
+}
+
+BrailleDaemon::BrailleDaemon()
+    : port_(static_cast<int>(QCoreApplication::applicationPid() % 20000) + 100),
+      host_("BRLAPI_HOST", "127.0.0.1:" + QByteArray::number(port_)),
+      authorization_("BRLAPI_AUTH", "none") {
+  QObject::connect(&display_, &QLocalServer::newConnection, &display_, [this] {
+    wire_ = display_.nextPendingConnection();
+    wire_->write("Cells 40\n");
+    QObject::connect(wire_, &QLocalSocket::readyRead, wire_, [this] {
+      while (wire_->canReadLine()) OnLine(QString::fromUtf8(wire_->readLine()).trimmed());
+    });
+  });
+}
+
+BrailleDaemon::~BrailleDaemon() = default;
+
+bool BrailleDaemon::Start() {
+  if (!display_.isListening() && !display_.listen(Path(u"display.sock"_qs))) return false;
+  visual_.clear();
+  constexpr int firstPort = 4101;
+  const auto isListening = [this] {
+    QTcpSocket socket;
+    socket.connectToHost(u"127.0.0.1"_qs, static_cast<quint16>(firstPort + port_));
+    return socket.waitForConnected(100) && !visual_.isEmpty();
+  };
+  return Run(u"brltty"_qs, {u"-n"_qs,
+                            u"-e"_qs,
+                            u"-q"_qs,
+                            u"-f"_qs,
+                            u"/dev/null"_qs,
+                            u"-b"_qs,
+                            u"vr"_qs,
+                            u"-d"_qs,
+                            u"client:"_qs + Path(u"display.sock"_qs),
+                            u"-x"_qs,
+                            u"no"_qs,
+                            u"-s"_qs,
+                            u"no"_qs,
+                            u"-t"_qs,
+                            u"cs"_qs,
+                            u"-A"_qs,
+                            u"auth=none,host=127.0.0.1:%1"_qs.arg(port_),
+                            u"-P"_qs,
+                            Path(u"brltty.pid"_qs),
+                            u"-W"_qs,
+                            folder_.path(),
+                            u"-U"_qs,
+                            folder_.path(),
+                            u"-F"_qs,
+                            Path(u"preferences"_qs)}) &&
+         FormDriver::Until(isListening);
+}
+
+void BrailleDaemon::Press(const QByteArray& key) {
+  if (wire_) wire_->write(key + "\n");
+}
+
+void BrailleDaemon::OnLine(const QString& line) {
+  const QString value = line.section(u'"', 1).chopped(line.endsWith(u'"') ? 1 : 0);
+  if (line.startsWith(u"Visual"_qs)) {
+    QString shown = value;
+    while (shown.endsWith(u' ')) shown.chop(1);
+    visual_ << shown;
+  }
+  if (!line.startsWith(u"Braille"_qs)) return;
+  // The cursor is drawn with the two lowest dots, which the letters of our texts do not have.
+  cursorCell_ = 0;
+  const QStringList cells = value.split(u'|');
+  for (qsizetype i = 0; i < cells.size(); ++i) {
+    if (cells[i].endsWith(u"78"_qs)) cursorCell_ = static_cast<int>(i) + 1;
+  }
+}
+
+}  // namespace talnik::test

@@ -1,0 +1,141 @@
+#include "platform/Daemons.h"
+#include "platform/linux/PulseSound.h"
+#include "support/FormDriver.h"
+
+#include <QDataStream>
+#include <QTimer>
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+namespace talnik::test {
+
+namespace {
+
+/// A WAV file of a steady tone.
+QByteArray ToneFile(int milliseconds) {
+  constexpr quint32 rate = 8000;
+  const quint32 size = rate / 1000 * static_cast<quint32>(milliseconds) * 2;
+  QByteArray bytes;
+  QDataStream out(&bytes, QIODevice::WriteOnly);
+  out.setByteOrder(QDataStream::LittleEndian);
+  out.writeRawData("RIFF", 4);
+  out << quint32(36 + size);
+  out.writeRawData("WAVEfmt ", 8);
+  out << quint32(16) << quint16(1) << quint16(1) << rate << rate * 2 << quint16(2) << quint16(16);
+  out.writeRawData("data", 4);
+  out << size;
+  for (quint32 i = 0; i < size / 2; ++i) out << qint16(8000 * std::sin(i * 0.5));
+  return bytes;
+}
+
+class SoundTest : public ::testing::Test {
+ protected:
+  static void SetUpTestSuite() {
+    if (!Daemon::IsInstalled(u"pulseaudio"_qs)) return;
+    server = std::make_unique<SoundServer>();
+    ASSERT_TRUE(server->Start());
+  }
+  static void TearDownTestSuite() { server.reset(); }
+
+  void SetUp() override {
+    if (!server) GTEST_SKIP() << "pulseaudio is not installed";
+    WriteFile(Short, ToneFile(400));
+    WriteFile(Long, ToneFile(20000));
+  }
+
+  std::function<void()> Note(const char* name) {
+    return [this, name] { Finished << QString::fromLatin1(name); };
+  }
+  /// True when all have finished before a moment that only a sound that takes no time meets.
+  bool HasFinishedAtOnce(const QStringList& names) {
+    QTimer late;
+    late.setSingleShot(true);
+    late.start(1500);
+    return HasFinished(names) && late.isActive();
+  }
+  bool HasFinished(const QStringList& names) {
+    return FormDriver::Until([&] { return Finished.size() >= names.size(); }) && Finished == names;
+  }
+
+  static std::unique_ptr<SoundServer> server;
+  QTemporaryDir folder_;
+  const QString Short = folder_.filePath(u"short.wav"_qs);
+  const QString Long = folder_.filePath(u"long.wav"_qs);
+  QStringList Finished;
+};
+
+std::unique_ptr<SoundServer> SoundTest::server;
+
+}  // namespace
+
+TEST_F(SoundTest, AToneSoundsToItsEndAndFinishesThen) {
+  Ear ear(*server);
+  ASSERT_TRUE(ear.Listen());
+  PulseSound sound;
+  QTimer length;
+  length.setSingleShot(true);
+  length.start(330);  // the silent sink takes up to 50 ms in advance
+  sound.Play(Short, Note("short"));
+  EXPECT_TRUE(Finished.isEmpty());
+  ASSERT_TRUE(HasFinished({u"short"_qs}));
+  EXPECT_FALSE(length.isActive()) << "told before it can have been heard";
+  EXPECT_TRUE(FormDriver::Until([&] { return ear.LoudMilliseconds() > 0; }));
+  EXPECT_TRUE(FormDriver::Until([&] { return ear.QuietMilliseconds() > 200; }));
+  EXPECT_NEAR(ear.LoudMilliseconds(), 400, 20);
+  EXPECT_EQ(Finished.size(), 1);
+}
+
+TEST_F(SoundTest, StopAndTheNextSoundCutTheOneThatPlays) {
+  Ear ear(*server);
+  ASSERT_TRUE(ear.Listen());
+  PulseSound sound;
+  sound.Play(Long, Note("long"));
+  ASSERT_TRUE(FormDriver::Until([&] { return ear.LoudMilliseconds() > 100; }));
+  sound.Stop();
+  EXPECT_TRUE(Finished.isEmpty()) << "told before the event loop ran";
+  EXPECT_TRUE(HasFinished({u"long"_qs}));
+  EXPECT_TRUE(FormDriver::Until([&] { return ear.QuietMilliseconds() > 300; }));
+  EXPECT_LT(ear.LoudMilliseconds(), 3000);
+
+  sound.Play(Long, Note("again"));
+  sound.Play(Short, Note("short"));
+  EXPECT_TRUE(HasFinished({u"long"_qs, u"again"_qs, u"short"_qs}));
+  sound.Stop();
+  FormDriver::Settle();
+  EXPECT_EQ(Finished.size(), 3);
+}
+
+TEST_F(SoundTest, WhatCannotBePlayedTakesNoTime) {
+  const QString text = folder_.filePath(u"text.wav"_qs);
+  const QString half = folder_.filePath(u"half.wav"_qs);
+  WriteFile(text, "no sound at all");
+  WriteFile(half, ToneFile(400).left(40));
+  PulseSound sound;
+  for (const QString& path : {u"/nonexistent/x.wav"_qs, QString(), folder_.path(), text, half, u"/dev/zero"_qs}) {
+    Finished.clear();
+    sound.Play(path, Note("done"));
+    EXPECT_TRUE(HasFinishedAtOnce({u"done"_qs})) << path.toStdString();
+  }
+}
+
+TEST_F(SoundTest, WithoutAServerASoundTakesNoTime) {
+  const Variable nowhere("PULSE_SERVER", "unix:/nonexistent/native");
+  PulseSound sound;
+  sound.Play(Long, Note("one"));
+  sound.Play(Long, Note("two"));
+  EXPECT_TRUE(HasFinishedAtOnce({u"one"_qs, u"two"_qs}));
+}
+
+TEST_F(SoundTest, AStoppedServerIsGivenUpAndTheNextSoundsTakeNoTime) {
+  PulseSound sound;
+  server->Freeze();
+  sound.Play(Short, Note("first"));
+  EXPECT_TRUE(HasFinished({u"first"_qs}));
+  sound.Play(Short, Note("second"));
+  EXPECT_TRUE(HasFinishedAtOnce({u"first"_qs, u"second"_qs}));
+  server->Thaw();
+}
+
+}  // namespace talnik::test

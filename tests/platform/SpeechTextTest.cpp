@@ -1,0 +1,67 @@
+#include "platform/linux/SpeechText.h"
+
+#include <gtest/gtest.h>
+
+namespace talnik::test {
+
+TEST(SpeechText, TextsAreFreedOfWhatCannotBeSaid) {
+  const struct {
+    QString text;
+    QString speakable;
+  } cases[] = {{u"  Dobrý den\n"_qs, u"Dobrý den"_qs},
+               {u"a"_qs + QChar(0) + u"b\x1b"_qs + u"c"_qs, u"a b c"_qs},
+               {u" \r\n\t"_qs + QChar(0), QString()},
+               {QString(), QString()},
+               {u"..."_qs, u"..."_qs}};
+  for (const auto& one : cases) {
+    EXPECT_EQ(SpeakableText(one.text), one.speakable);
+    EXPECT_EQ(IsSpeakable(one.text), !one.speakable.isEmpty());
+  }
+}
+
+TEST(SpeechText, ACharacterIsSpelledUnlessItHasNoSound) {
+  const struct {
+    QString character;
+    QString said;
+    bool isWords;
+  } cases[] = {{u"a"_qs, u"a"_qs, false},     {u"Č"_qs, u"Č"_qs, false},
+               {u"."_qs, u"."_qs, false},     {u"\U0001f600"_qs, u"\U0001f600"_qs, false},
+               {u" "_qs, u"mezera"_qs, true}, {u"\t"_qs, u"tabulátor"_qs, true},
+               {u"ano"_qs, u"ano"_qs, true},  {u"\n"_qs, u"nový řádek"_qs, true},
+               {QString(), QString(), true},  {QString(QChar(0)), QString(), true}};
+  for (const auto& one : cases) {
+    bool isWords = false;
+    EXPECT_EQ(SpeakableCharacter(one.character, isWords), one.said);
+    EXPECT_EQ(isWords, one.isWords) << one.character.toStdString();
+  }
+}
+
+TEST(SpeechText, ALongTextIsCutBehindSentencesOrElseBetweenWords) {
+  const QString sentence = u"Jedna dvě tři čtyři. "_qs;
+  const QString texts[] = {sentence, sentence.repeated(500), QString(u"slovo "_qs).repeated(1000), QString(5000, u'x'),
+                           u"a"_qs + QString(u"\U0001f600"_qs).repeated(3000)};
+  const QString endings[] = {u" "_qs, u"."_qs, u"o"_qs, u"x"_qs, u"\xde00"_qs};
+  for (size_t i = 0; i < std::size(texts); ++i) {
+    QString joined;
+    for (qsizetype from = 0; from < texts[i].size();) {
+      const qsizetype end = PieceEnd(texts[i], from);
+      ASSERT_GT(end, from);
+      ASSERT_LE(end - from, 2000);
+      if (end < texts[i].size()) {
+        EXPECT_EQ(texts[i].at(end - 1), endings[i].at(0)) << i;
+      }
+      joined += texts[i].mid(from, end - from);
+      from = end;
+    }
+    EXPECT_EQ(joined, texts[i]);
+  }
+}
+
+TEST(SpeechText, PatienceGrowsWithTheTextAndMoreSoWithDigits) {
+  EXPECT_GT(PatienceFor(u"dvacet slov"_qs), PatienceFor(u"slov"_qs));
+  EXPECT_GT(PatienceFor(u"2024"_qs), PatienceFor(u"rok "_qs));
+  const QString page(100000, u'a');
+  EXPECT_GE(PatienceFor(page), std::chrono::milliseconds(100000 * 150));
+}
+
+}  // namespace talnik::test
