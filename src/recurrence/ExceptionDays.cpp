@@ -18,6 +18,14 @@ bool IsOwnIdentity(const QString& text) {
 
 }  // namespace
 
+bool NamesSeries(const QString& base, const QString& guid) {
+  if (base.isEmpty()) return false;
+  // Of the identities of one length only the equal one fits.
+  if (IsOwnIdentity(base) && IsOwnIdentity(guid)) return base == guid;
+  const QByteArray pattern = '*' + base.toUtf8() + '*';
+  return LikePattern(pattern).Matches(guid.toUtf8());
+}
+
 std::int64_t SerialDay(const Date& date) {
   return date.DateValue().Seconds() / 86400;
 }
@@ -38,16 +46,13 @@ std::optional<ExceptionDays> ExceptionDays::Read(Store& store) {
 
 std::vector<std::int64_t> ExceptionDays::OfSeries(const QString& guid) const {
   Days held;
-  const QByteArray text = guid.toUtf8();
   const auto takeFitting = [&](const QHash<QString, Days>& days) {
     for (auto it = days.begin(); it != days.end(); ++it) {
-      const QByteArray pattern = '*' + it.key().toUtf8() + '*';
-      if (LikePattern(pattern).Matches(text)) held.insert(held.end(), it->begin(), it->end());
+      if (NamesSeries(it.key(), guid)) held.insert(held.end(), it->begin(), it->end());
     }
   };
   takeFitting(foreign_);
   if (IsOwnIdentity(guid)) {
-    // Of the identities of one length only the equal one fits.
     const Days days = own_.value(guid);
     held.insert(held.end(), days.begin(), days.end());
   } else {

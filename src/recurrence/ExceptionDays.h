@@ -28,6 +28,10 @@ class ExceptionDays {
   QHash<QString, Days> foreign_;
 };
 
+/// Whether a series with this guid is the one that `base`, the part of a guid before its "_", names. What names no
+/// series fits none.
+bool NamesSeries(const QString& base, const QString& guid);
+
 /// The serial number of the day.
 std::int64_t SerialDay(const Date& date);
 

@@ -83,6 +83,10 @@ TEST(RebuildOccurrences, WritesNothingWhenNothingChanged) {
   const qint64 writes = series.Writes();
   EXPECT_TRUE(series.Rebuild());
   EXPECT_EQ(series.Writes(), writes);
+  // Opened anew it has to look at every row, and finds them all the same.
+  series.store.Close();
+  EXPECT_TRUE(series.Rebuild());
+  EXPECT_EQ(series.Writes(), writes);
   EXPECT_EQ(series.Rows(statements::Occurrences()).size(), 34U);
 }
 
@@ -111,10 +115,11 @@ TEST(RebuildOccurrences, MendsEveryColumnAndNothingElse) {
     series.store.Execute({u"UPDATE schedule SET "_qs + damage +
                               u" WHERE rowid IN (SELECT rowid FROM schedule WHERE status=1 LIMIT 1 OFFSET 2)"_qs,
                           {}});
-    const qint64 writes = series.Writes();
+    const auto keys = series.Keys();
     EXPECT_TRUE(series.Rebuild());
     EXPECT_EQ(series.Rows(), rows) << damage.toStdString();
-    EXPECT_LE(series.Writes(), writes + 2) << damage.toStdString();
+    const auto mended = series.Keys();
+    EXPECT_LE(std::mismatch(keys.rbegin(), keys.rend(), mended.rbegin()).first - keys.rbegin(), 6);
   }
 }
 
@@ -149,7 +154,7 @@ TEST(RebuildOccurrences, TwoRootsOfOneIdentityBothSpawn) {
   series.store.Insert(series.Root("2.1.2024 9:00", "FREQ=DAILY COUNT=2"));
   series.AddRoot(series.Root("2.1.2024 15:00", "FREQ=DAILY COUNT=2"));
   for (int run = 0; run < 2; ++run) {
-    EXPECT_EQ(series.Occurrences(), "1 2.1.2024 9:00:00, 1 3.1.2024 9:00:00, 1 2.1.2024 15:00:00, 1 3.1.2024 15:00:00");
+    EXPECT_EQ(series.Occurrences(), "1 2.1.2024 9:00:00, 1 2.1.2024 15:00:00, 1 3.1.2024 9:00:00, 1 3.1.2024 15:00:00");
     series.Rebuild();
   }
 }
@@ -177,6 +182,54 @@ TEST(RebuildOccurrences, NamesTheHeldDaysToo) {
   series.AddMember(StatusChanged, series.id + u"_20240103T080000Z"_qs, "3.1.2024 10:00", "3.1.2024 9:00");
   series.AddRoot(series.Root("2.1.2024 9:00", "FREQ=DAILY COUNT=2"));
   EXPECT_EQ(ids.Ids(), QStringList{QString(series.id + u"_20240103T080000Z"_qs)});
+}
+
+TEST(RebuildOccurrences, SeesWhatAnotherProgramHasWritten) {
+  SeriesStore series;
+  series.AddRoot(series.Root("2.1.2024 9:00", kFiveDays));
+  const auto rows = series.Rows();
+  series.watcher.Execute({u"DELETE FROM schedule WHERE status=1 AND apptime<?"_qs, {Moment("4.1.2024").Serial()}});
+  EXPECT_TRUE(series.Rebuild());
+  EXPECT_EQ(series.Rows(), rows);
+}
+
+TEST(RebuildOccurrences, SeesWhatAnUndoneTransactionHadWritten) {
+  SeriesStore series;
+  series.AddRoot(series.Root("2.1.2024 9:00", kFiveDays));
+  const auto rows = series.Rows();
+  const Statement damage{u"UPDATE schedule SET appointment='jiné' WHERE status=1"_qs, {}};
+  series.store.InTransaction([&] {
+    EXPECT_TRUE(series.store.Execute(damage));
+    EXPECT_TRUE(series.Rebuild());
+    EXPECT_TRUE(series.store.Execute(damage));
+    return false;
+  });
+  EXPECT_EQ(series.Rows(), rows);
+  EXPECT_TRUE(series.store.Execute(damage));
+  EXPECT_TRUE(series.Rebuild());
+  EXPECT_EQ(series.Rows(), rows);
+}
+
+TEST(RebuildOccurrences, SeesAClockThatWasSetBack) {
+  SeriesStore series;
+  series.AddRoot(series.Root("2.1.2024 9:00", "FREQ=DAILY UNTIL=20240105T000000Z"));
+  const std::string all = series.Occurrences();
+  series.time.now = Moment("4.1.2024");
+  series.Rebuild();
+  EXPECT_EQ(series.Occurrences(), "1 4.1.2024 9:00:00");
+  series.time.now = Moment("1.1.2024");
+  series.Rebuild();
+  EXPECT_EQ(series.Occurrences(), all);
+}
+
+TEST(RebuildOccurrences, AHeldDayThatHasPassedCountsForTheRule) {
+  SeriesStore series;
+  series.AddMember(StatusDeleted, series.id + u"_20240102T080000Z"_qs, "2.1.2024 9:00");
+  series.AddRoot(series.Root("1.1.2024 9:00", "FREQ=DAILY COUNT=2"));
+  EXPECT_EQ(series.Occurrences(), "1 1.1.2024 9:00:00");
+  series.time.now = Moment("2.1.2024 10:00");
+  series.Rebuild();
+  EXPECT_EQ(series.Occurrences(), "1 3.1.2024 9:00:00");
 }
 
 TEST(RebuildOccurrences, TellsOfAStoreThatIsGone) {

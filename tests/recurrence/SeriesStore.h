@@ -32,6 +32,7 @@ struct SeriesStore {
   QTemporaryDir folder{QFile::exists(u"/dev/shm"_qs) ? u"/dev/shm/talnik-XXXXXX"_qs : u"talnik-XXXXXX"_qs};
   QString path = folder.filePath(u"talnik.MDB"_qs);
   Store store{path};
+  Store watcher{path};  ///< another program that has the file open
   SpawnTime time{.now = Moment("1.1.2024 8:00"), .biases = {-60, 0, -60, false}};
   QString id = u"0123456789abcdef0123456789abcdef"_qs;
 
@@ -82,9 +83,23 @@ struct SeriesStore {
     return lines.join(u", "_qs).toStdString();
   }
 
-  std::string Occurrences() { return Summary(statements::Occurrences()); }
+  std::string Occurrences() {
+    return Summary({u"SELECT * FROM schedule WHERE status=1 ORDER BY apptime,rowid"_qs, {}});
+  }
 
-  qint64 Writes() { return store.Number({u"SELECT total_changes()+?"_qs, {0}}).value(); }
+  /// Another number whenever the store has written to its file.
+  qint64 Writes() { return Numbers(watcher, u"PRAGMA data_version"_qs).at(0); }
+
+  std::vector<qint64> Keys() { return Numbers(store, u"SELECT rowid FROM schedule ORDER BY rowid"_qs); }
+
+  static std::vector<qint64> Numbers(Store& from, const QString& sql) {
+    std::vector<qint64> numbers;
+    EXPECT_TRUE(from.ForEachRow({sql, {}}, [&numbers](const StoreRow& row) {
+      numbers.push_back(row.Number(0));
+      return true;
+    }));
+    return numbers;
+  }
 
   /// A recordset that stands on the first row of this status.
   std::unique_ptr<Recordset> StandingOn(int status) {
