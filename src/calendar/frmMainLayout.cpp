@@ -11,10 +11,13 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenuBar>
+#include <QPainter>
+#include <QPixmap>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
 #include <QTextDocument>
+#include <QTimer>
 #include <QToolButton>
 
 #include <utility>
@@ -33,12 +36,24 @@ QFrame* MakeBar(QWidget* parent, const QString& name) {
   return bar;
 }
 
-QToolButton* MakePicture(QWidget* parent, const QString& name, Qt::ArrowType arrow) {
+QToolButton* MakePicture(QWidget* parent, const QString& name) {
   auto* picture = new QToolButton(parent);
   NameControl(picture, name);
-  picture->setArrowType(arrow);
   picture->setFocusPolicy(Qt::NoFocus);
   return picture;
+}
+
+/// A triangle that points to the right, or to the left.
+QIcon Arrow(bool right, int size, const QColor& color) {
+  QPixmap pixmap(size, size);
+  pixmap.fill(Qt::transparent);
+  QPainter painter(&pixmap);
+  painter.setRenderHint(QPainter::Antialiasing);
+  painter.setPen(Qt::NoPen);
+  painter.setBrush(color);
+  const int back = right ? 0 : size;
+  painter.drawPolygon(QPolygon({QPoint(back, 0), QPoint(size - back, size / 2), QPoint(back, size)}));
+  return QIcon(pixmap);
 }
 
 }  // namespace
@@ -52,8 +67,8 @@ void frmMain::BuildControls() {
   Command1 = new QPushButton(tr("Úkoly"), inside);
   Command2 = new QPushButton(u"-"_qs, inside);
   Command4 = new QPushButton(u"+"_qs, inside);
-  Image1 = MakePicture(inside, u"Image1"_qs, Qt::RightArrow);
-  Image2 = MakePicture(inside, u"Image2"_qs, Qt::LeftArrow);
+  Image1 = MakePicture(inside, u"Image1"_qs);
+  Image2 = MakePicture(inside, u"Image2"_qs);
   txtNames = new QPlainTextEdit(inside);
   txtNames->setTabChangesFocus(true);
   txtNames->setLineWrapMode(QPlainTextEdit::NoWrap);
@@ -107,6 +122,10 @@ void frmMain::PaintControls() {
   for (QFrame* bar : {Shape1, Shape2}) bar->setStyleSheet(u"background-color: %1;"_qs.arg(look_.ForeColor.name()));
   ensurePolished();
   const int line = QFontMetrics(font()).lineSpacing();
+  for (QToolButton* picture : {Image1, Image2}) {
+    picture->setIcon(Arrow(picture == Image1, line, look_.ForeColor));
+    picture->setIconSize(QSize(line, line));
+  }
   List1->setMinimumHeight(ListLinesAtLeast * line);
   constexpr int frame = 12;
   txtNames->setFixedHeight(line + 2 * static_cast<int>(txtNames->document()->documentMargin()) + frame);
@@ -176,7 +195,10 @@ void frmMain::Form_KeyDown(Key& key) {
     QAction* search = Menu("mnuSearchRecord");
     return search->isEnabled() ? search->trigger() : calendar_->Refuse();
   }
-  if (key.Is(Qt::Key_F5)) return inList ? calendar_->ReadDay(QString(), true) : List1->setFocus();
+  if (key.Is(Qt::Key_F5)) {
+    key.Swallow();
+    return inList ? calendar_->ReadDay(QString(), true) : List1->setFocus();
+  }
   // Where no window manager takes this key for itself, it comes here as any other.
   if (key.Is(Qt::Key_F4, Qt::AltModifier)) {
     key.Swallow();
@@ -187,6 +209,10 @@ void frmMain::Form_KeyDown(Key& key) {
 bool frmMain::event(QEvent* event) {
   const bool done = QMainWindow::event(event);
   if (event->type() == QEvent::WindowActivate && isVisible()) Form_Activate();
+  if (event->type() == QEvent::Resize) {
+    // The layout moves first; the selected day stays in sight.
+    QTimer::singleShot(0, List1, [list = List1] { list->scrollToItem(list->currentItem()); });
+  }
   return done;
 }
 

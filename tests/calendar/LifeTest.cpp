@@ -88,6 +88,7 @@ TEST_F(Life, ClosingHidesAndTheTrayBringsBack) {
   EXPECT_FALSE(main_->isVisible());
   EXPECT_EQ(ended_, 0);
   EXPECT_TRUE(world_.profile.Written.isEmpty()) << "settings are not saved on a hide";
+  main_->Command1->setFocus();  // as a late event of the desktop may do
   GoElsewhere();
   world_.trayIcon.LeftClick();
   EXPECT_TRUE(ComesToFront());

@@ -175,6 +175,9 @@ TEST_F(MonthList, FocusIsReadInItsOrder) {
   EXPECT_TRUE(main_->lblTime->hasFocus());
   user_.Press(Qt::Key_F5);
   EXPECT_TRUE(main_->List1->hasFocus());
+  world_.Heard();
+  user_.Press(Qt::Key_F5);
+  EXPECT_EQ(Heard(), "stop\nsound: space.wav\nsay: 15. pondělí leden 2024 1 úkolů");
 }
 
 TEST_F(MonthList, ButtonsChangeTheMonthAndReturnToTheList) {
