@@ -54,7 +54,7 @@ desk_speech() { # the daemon refuses to start in a locale that is not generated
 }
 
 desk_stop() {
-  jobs -p | xargs -r kill 2>/dev/null
+  jobs -p | xargs -r kill 2>/dev/null || true  # some have ended by themselves
   wait 2>/dev/null
   [ -n "${KEEP_DESK:-}" ] || rm -rf "$DESK"
 }
