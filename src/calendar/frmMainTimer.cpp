@@ -35,7 +35,11 @@ void frmMain::ShowCountdownLeft() {
 
 void frmMain::RunBox(frmAlarmBox::Role role) {
   const bool wasHidden = !isVisible();
-  if (wasHidden) showMinimized();
+  if (wasHidden) {
+    showMinimized();
+  } else if (!isMinimized()) {
+    raise();
+  }
   {
     // A window that is minimised would take a box of its own down with it.
     QWidget* modal = QApplication::activeModalWidget();

@@ -184,6 +184,21 @@ TEST_F(Life, AnotherStartComesBackToTheCalendar) {
   EXPECT_FALSE(QApplication::activeModalWidget()) << "the command that was swept away does not go on";
 }
 
+TEST_F(Life, AnOutsideCloseEndsTheProgramFromAnyWindow) {
+  Add(u"porada"_qs, u"15.1.2024 9:00"_qs);
+  Start();
+  user_.Expect([this](QWidget* editor) {
+    EXPECT_EQ(editor->objectName(), u"frmSchedule"_qs);
+    world_.Heard();
+    world_.instance.Told(u"close"_qs);
+  });
+  Choose("mnuTaskAll");
+  EXPECT_EQ(ended_, 1);
+  EXPECT_FALSE(QApplication::activeModalWidget());
+  EXPECT_FALSE(main_->isVisible());
+  EXPECT_EQ(Heard(), "stop") << "nothing is said any more";
+}
+
 TEST_F(Life, TheTrayMenuRunsItsCommands) {
   Start();
   main_->close();
