@@ -29,7 +29,5 @@ function(talnik_tests room)
   set_target_properties(test_${room} PROPERTIES UNITY_BUILD OFF)
   target_link_libraries(test_${room} PRIVATE ${room} test_support ${ARG_LINKS} talnik_options)
   gtest_discover_tests(test_${room} DISCOVERY_MODE PRE_TEST DISCOVERY_TIMEOUT 60
-    PROPERTIES
-      ENVIRONMENT "QT_QPA_PLATFORM=offscreen;LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/lsan.supp:print_suppressions=0"
-    TIMEOUT 120 LABELS ${room})
+    PROPERTIES ENVIRONMENT "QT_QPA_PLATFORM=offscreen" TIMEOUT 120 LABELS ${room})
 endfunction()
