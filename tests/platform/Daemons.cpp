@@ -34,12 +34,17 @@ bool Daemon::IsInstalled(const QString& program) {
   return !QStandardPaths::findExecutable(program).isEmpty();
 }
 
+void Daemon::Signal(int number) {
+  // Number 0 would be this process and its siblings.
+  if (process_.processId() > 0) kill(static_cast<pid_t>(process_.processId()), number);
+}
+
 void Daemon::Freeze() {
-  kill(static_cast<pid_t>(process_.processId()), SIGSTOP);
+  Signal(SIGSTOP);
 }
 
 void Daemon::Thaw() {
-  kill(static_cast<pid_t>(process_.processId()), SIGCONT);
+  Signal(SIGCONT);
 }
 
 void Daemon::Kill() {
@@ -150,7 +155,7 @@ QStringList SpeechDaemon::News() {
       u"output module: \\|<speak>(?<say>.*?)</speak>\\||output module: \\|(?<char>[^|\\n]+)\\| \\(0\\)|"
       "^(?<end>702 END)|^(?<cut>703 CANCELED)"_qs,
       QRegularExpression::MultilineOption);
-  QByteArray lines = ReadFile(Path(u"speech-dispatcher.log"_qs)).mid(read_);
+  QByteArray lines = Log().mid(read_);
   lines.truncate(lines.lastIndexOf('\n') + 1);
   read_ += lines.size();
   const QString log = QString::fromUtf8(lines);

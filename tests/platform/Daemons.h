@@ -36,6 +36,8 @@ class Daemon {
   QProcessEnvironment environment_ = QProcessEnvironment::systemEnvironment();
 
  private:
+  void Signal(int number);
+
   QProcess process_;
 };
 
@@ -82,6 +84,7 @@ class SpeechDaemon : public Daemon {
 
   /// What it did since the last call: "say: text", "char: a", "end" when it was heard to its end, "cut".
   QStringList News();
+  QByteArray Log() const { return ReadFile(Path(u"speech-dispatcher.log"_qs)); }
 
  private:
   Variable address_;
