@@ -48,7 +48,7 @@ QString SpeakableCharacter(const QString& character, bool& isWords) {
     }
   }
   if (character.size() > 2) return character;
-  const QString text = SpeakableText(character);
+  QString text = SpeakableText(character);
   const bool isPair = text.size() == 2 && text.at(0).isHighSurrogate() && text.at(1).isLowSurrogate();
   isWords = text.size() != 1 && !isPair;
   return text;

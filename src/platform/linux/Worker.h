@@ -40,7 +40,7 @@ class WishBox {
   void Put(Change change) {
     {
       const std::scoped_lock lock(mutex_);
-      if (!wish_) wish_.emplace();
+      if (!wish_) wish_ = Wish();
       change(*wish_);
     }
     wakeup_.Ring();
