@@ -22,7 +22,7 @@ namespace {
 constexpr qint64 LongestLine = 64;
 constexpr qsizetype MostPeers = 16;
 constexpr int PatienceMs = 5000;
-constexpr int AnswerWithinMs = 1000;
+constexpr int InstanceAnswerMs = 1000;
 
 bool IsOfThisUser(const QLocalSocket& peer) {
   ucred user{};
@@ -112,10 +112,10 @@ bool SocketInstance::Tell(const QString& word) {
   if (folder_.isEmpty()) return false;
   QLocalSocket socket;
   socket.connectToServer(SocketPath(), QIODevice::WriteOnly);
-  if (!socket.waitForConnected(AnswerWithinMs)) return false;
+  if (!socket.waitForConnected(InstanceAnswerMs)) return false;
   socket.write(word.toUtf8() + '\n');
   while (socket.bytesToWrite() > 0) {
-    if (!socket.waitForBytesWritten(AnswerWithinMs)) return false;
+    if (!socket.waitForBytesWritten(InstanceAnswerMs)) return false;
   }
   socket.disconnectFromServer();
   return true;
