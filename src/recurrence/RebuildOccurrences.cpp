@@ -1,12 +1,13 @@
 #include "recurrence/ExceptionDays.h"
-#include "recurrence/RebuildNote.h"
 #include "recurrence/SeriesRows.h"
+#include "recurrence/SpawnLedger.h"
 #include "store/Statements.h"
 #include "store/Store.h"
 #include "store/Text.h"
 #include "store/WithoutIndexes.h"
 
 #include <QHash>
+#include <QSet>
 #include <QStringList>
 
 #include <algorithm>
@@ -17,13 +18,15 @@ namespace {
 
 class Rebuild {
  public:
-  Rebuild(Store& store, const SpawnTime& time) : store_(store), time_(time) {}
+  Rebuild(Store& store, const SpawnTime& time) : store_(store), time_(time), ledger_(store) {}
 
   bool Run();
 
  private:
   bool ReadRoots();
-  bool ReadRows();
+  bool ReadRows(const std::optional<QSet<QString>>& guids);
+  bool ReadRowsWhere(const QString& condition, const QList<QVariant>& values);
+  std::optional<QSet<QString>> GuidsToLookAt() const;
   void Take(const StoreRow& row);
 
   bool Write();
@@ -35,7 +38,8 @@ class Rebuild {
 
   Store& store_;
   const SpawnTime& time_;
-  std::optional<Date> first_;  ///< of all dates that the rules yield
+  SpawnLedger ledger_;
+  std::vector<SpawnLedger::Line> lines_;  ///< of all roots
   std::vector<SeriesRows> series_;
   QHash<QByteArray, std::vector<std::size_t>> byGuid_;  ///< places in series_
   const std::vector<std::size_t>* lastNamed_ = nullptr;
@@ -52,18 +56,41 @@ bool Rebuild::ReadRoots() {
     bool addFirst = true;
     SpawnedRows rows(*series, addFirst, time_.now);
     if (time_.ids) rows.AddIdentities(*time_.ids, time_.biases);
-    for (const Date& date : rows.Dates()) first_ = first_ ? std::min(*first_, date) : date;
+    const auto first = std::min_element(rows.Dates().begin(), rows.Dates().end());
+    lines_.push_back({root.guid, first == rows.Dates().end() ? std::nullopt : std::optional(*first)});
     series_.emplace_back(std::move(rows), exceptions->OfSeries(root.guid));
     byGuid_[series_.back().Guid()].push_back(series_.size() - 1);
     return true;
   });
 }
 
-bool Rebuild::ReadRows() {
+/// The guids of series that have been written to, or of which a date has passed, since the last rebuild. Nothing where
+/// that is so many that one look at all rows is cheaper.
+std::optional<QSet<QString>> Rebuild::GuidsToLookAt() const {
+  QSet<QString> guids = ledger_.Written();
+  QSet<QString> bases;
+  for (const QString& guid : guids) bases.insert(SeriesBase(guid));
+  for (const SpawnLedger::Line& line : lines_) {
+    const auto names = [&line](const QString& base) { return NamesSeries(base, line.guid); };
+    if (ledger_.HasMovedOn(line.guid) || std::any_of(bases.begin(), bases.end(), names)) guids.insert(line.guid);
+  }
+  constexpr std::size_t few = 10;
+  if (static_cast<std::size_t>(guids.size()) > few + lines_.size() / 2) return {};
+  return guids;
+}
+
+bool Rebuild::ReadRows(const std::optional<QSet<QString>>& guids) {
+  if (!guids) return ReadRowsWhere(QString(), {});
+  return std::all_of(guids->begin(), guids->end(), [this](const QString& guid) {
+    return ReadRowsWhere(u" AND guid=? COLLATE NOCASE AND guid=?"_qs, {guid, guid});
+  });
+}
+
+bool Rebuild::ReadRowsWhere(const QString& condition, const QList<QVariant>& values) {
   QStringList columns(u"rowid"_qs);
   for (const char* name : kSpawnColumns) columns << QString::fromLatin1(name);
-  const QString sql = u"SELECT "_qs + columns.join(u',') + u" FROM schedule WHERE status=1"_qs;
-  return store_.ForEachRow({sql, {}}, [this](const StoreRow& row) {
+  const QString sql = u"SELECT "_qs + columns.join(u',') + u" FROM schedule WHERE status=1"_qs + condition;
+  return store_.ForEachRow({sql, values}, [this](const StoreRow& row) {
     Take(row);
     return true;
   });
@@ -159,22 +186,25 @@ bool Rebuild::ChangesMost(std::size_t writes) const {
 }
 
 bool Rebuild::Run() {
-  RebuildNote note(store_);
+  const bool isKnown = ledger_.Read(time_.now);
   // A synchronisation wants the identities, which only the rules can tell.
-  if (note.StillHolds(time_.now) && !time_.ids) return true;
-  if (!ReadRoots() || !ReadRows()) return false;
+  if (isKnown && ledger_.NothingToDo() && !time_.ids) return true;
+  if (!ReadRoots()) return false;
+  const auto guids = isKnown ? GuidsToLookAt() : std::nullopt;
+  if (!ReadRows(guids)) return false;
   std::size_t writes = orphans_.size();
   std::size_t indexedWrites = orphans_.size();
-  for (SeriesRows& series : series_) {
-    series.Compare();
-    writes += series.Writes();
-    indexedWrites += series.IndexedWrites();
+  for (std::size_t place = 0; place < series_.size(); ++place) {
+    if (guids && !guids->contains(lines_[place].guid)) continue;
+    series_[place].Compare();
+    writes += series_[place].Writes();
+    indexedWrites += series_[place].IndexedWrites();
   }
   const auto write = [this] { return Write(); };
   if (writes > 0 && !(ChangesMost(indexedWrites) ? WithoutIndexes(store_, write) : store_.InTransaction(write))) {
     return false;
   }
-  note.Write(time_.now, first_);
+  ledger_.Write(lines_);
   return true;
 }
 

@@ -43,6 +43,14 @@ bool Store::Insert(const ScheduleRecord& record) {
   return impl_->Insert(record).has_value();
 }
 
+qint64 Store::MarkSeries() {
+  return impl_->seriesWatch.Mark();
+}
+
+std::optional<QSet<QString>> Store::SeriesWrittenSince(qint64 mark) const {
+  return impl_->seriesWatch.Since(mark);
+}
+
 bool Store::InTransaction(const std::function<bool()>& work) {
   return impl_->InTransaction(work);
 }

@@ -4,6 +4,7 @@
 #include "store/StoreRow.h"
 
 #include <QList>
+#include <QSet>
 #include <QString>
 #include <QVariant>
 
@@ -56,6 +57,12 @@ class Store {
   /// Runs `work` as one transaction: all of it is kept when `work` returns true and every write of it went well, else
   /// none of it. False when none was kept. Nested calls join the outer one.
   bool InTransaction(const std::function<bool()>& work);
+
+  /// Sets a mark for SeriesWrittenSince and gives its number.
+  qint64 MarkSeries();
+  /// The guids of the rows of series (status 1, 2, 8 or 9, before or after) that this program has written to since the
+  /// last mark, this one; nothing when that cannot be told. What an undone transaction had written may be among them.
+  std::optional<QSet<QString>> SeriesWrittenSince(qint64 mark) const;
 
   /// Told once for each stretch of failing writes, outside of any transaction: a sentence for the user.
   std::function<void(const QString& what)> WriteFailed;

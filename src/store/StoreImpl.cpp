@@ -100,6 +100,7 @@ void Store::Impl::Reopen(int& error) {
   if (std::exchange(fileIdentity_, connection->FileIdentity()) != connection->FileIdentity()) ++filesSeen;
   if (sqlite3_db_readonly(connection->Db(), "main") == 0) EnsureIndexes(connection->Db());
   FindLastRow();
+  seriesWatch.Attach(connection->Db());
 }
 
 void Store::Impl::Drop() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "store/Connection.h"
+#include "store/SeriesWatch.h"
 #include "store/Store.h"
 
 #include <QHash>
@@ -39,6 +40,7 @@ struct Store::Impl {
   bool Failed(int error);
 
   Store& store;
+  SeriesWatch seriesWatch;
   std::unique_ptr<Connection> connection;
   int filesSeen = 0;  ///< another number when the path leads to another file than before
 
