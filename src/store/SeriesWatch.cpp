@@ -1,6 +1,3 @@
-// The library declares the hook only to who asks for it.
-#define SQLITE_ENABLE_PREUPDATE_HOOK
-
 #include "store/SeriesWatch.h"
 
 #include <QtGlobal>
@@ -12,7 +9,7 @@ namespace talnik {
 namespace {
 
 /// With more than this, all of the rows are as quickly looked at.
-constexpr qsizetype kMost = 200;
+constexpr qsizetype kMostSeries = 200;
 
 bool IsOfSeries(int status) {
   return status == 1 || status == 2 || status == 8 || status == 9;
@@ -71,7 +68,7 @@ void SeriesWatch::Note(sqlite3_value* guid) {
   if (!last_.isNull() && bytes == last_) return;
   last_ = QByteArray(bytes.constData(), bytes.size());
   guids_.insert(last_);
-  if (guids_.size() > kMost) known_ = false;
+  if (guids_.size() > kMostSeries) known_ = false;
 }
 
 }  // namespace talnik
