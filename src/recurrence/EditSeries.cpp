@@ -71,6 +71,13 @@ void EditFromRoot(ScheduleRecord& root, const RootEdit& edit) {
   root.alarm = true;
 }
 
+/// The roots that an edit is for. An identity from elsewhere may begin with "_": it then names itself alone.
+Statement RootsOf(const QString& guid) {
+  const QString base = SeriesBase(guid);
+  if (!base.isEmpty()) return statements::OfSeriesWithStatus(base, StatusRoot);
+  return {u"SELECT * FROM schedule WHERE status=9 AND guid=?"_qs, {StripAtNul(guid)}};
+}
+
 }  // namespace
 
 SaveWay WayToSave(const QString& repeatRule, const ScheduleRecord& row) {
@@ -92,7 +99,7 @@ bool EditRootEvent(Store& store, const RootEdit& edit) {
   qCDebug(editTrace).noquote() << " EditRootEvent.title:" << edit.title << " /rule:" << edit.rule
                                << " .Start:" << DateText(edit.start) << " .End:" << OptionalText(edit.end)
                                << " .Alarm:" << OptionalText(edit.alarm) << ".guid(" << edit.guid;
-  const auto roots = Recordset::Open(store, statements::OfSeriesWithStatus(SeriesBase(edit.guid), StatusRoot));
+  const auto roots = Recordset::Open(store, RootsOf(edit.guid));
   if (!roots) return false;
   return store.InTransaction([&] {
     bool written = true;

@@ -1,6 +1,7 @@
 #include "recurrence/ExceptionDays.h"
 
 #include "store/Like.h"
+#include "store/Statements.h"
 #include "store/Store.h"
 #include "store/Text.h"
 
@@ -32,10 +33,9 @@ std::int64_t SerialDay(const Date& date) {
 
 std::optional<ExceptionDays> ExceptionDays::Read(Store& store) {
   ExceptionDays result;
-  const Statement exceptions{u"SELECT guid,reftime,apptime FROM schedule WHERE status IN (2,8)"_qs, {}};
-  const bool read = store.ForEachRow(exceptions, [&result](const StoreRow& row) {
-    const auto day = row.IsNull(1) ? row.Moment(2) : row.Moment(1);
-    const QString base = SeriesBase(row.Text(0));
+  const bool read = store.ForEach(statements::Exceptions(), [&result](const ScheduleRecord& row) {
+    const auto day = row.reftime ? row.reftime : row.apptime;
+    const QString base = SeriesBase(row.guid);
     // What names no series holds no day: the empty text would fit every one.
     if (day && !base.isEmpty()) (IsOwnIdentity(base) ? result.own_ : result.foreign_)[base].push_back(SerialDay(*day));
     return true;

@@ -2,6 +2,7 @@
 
 #include "recurrence/SpawnedRows.h"
 #include "store/Recordset.h"
+#include "store/Statements.h"
 #include "store/Store.h"
 
 namespace talnik {
@@ -28,16 +29,12 @@ bool RecurrPopulate(const AddRow& add, const SpawnSeries& series, bool& addFirst
 
 namespace {
 
-/// Only other programs write spawntime: the partial index over it is empty, and this reads nothing.
-Statement RootsToExtend(const Date& limit) {
-  return {u"SELECT * FROM schedule WHERE status=9 AND spawntime IS NOT NULL AND spawntime<?"_qs, {limit.Serial()}};
-}
-
-bool Extend(Store& store, Recordset& roots, const SpawnTime& time) {
+bool Extend(Store& store, Recordset& roots, const Date& limit, const SpawnTime& time) {
   ScheduleRecord root = roots.Row();
+  if (!root.spawntime || *root.spawntime >= limit) return true;
   if (root.recur.contains(u"COUNT"_qs) || root.recur.contains(u"UNTIL"_qs)) return true;
   auto series = SeriesOfRoot(root);
-  if (!series || !root.spawntime) return true;
+  if (!series) return true;
   // Extended rows go under an identity of their own, not under that of the series.
   series->id.clear();
   series->spawnTime = root.spawntime;
@@ -51,12 +48,13 @@ bool Extend(Store& store, Recordset& roots, const SpawnTime& time) {
 }  // namespace
 
 bool ExtendSeries(Store& store, const Date& limit, const SpawnTime& time) {
-  const auto roots = Recordset::Open(store, RootsToExtend(limit));
+  // Only other programs write spawntime: the index has nothing to give, and nothing is read.
+  const auto roots = Recordset::Open(store, statements::RootsWithSpawnTime());
   if (!roots) return false;
   if (roots->RecordCount() == 0) return true;
   return store.InTransaction([&] {
     for (roots->MoveFirst(); !roots->Eof(); roots->MoveNext()) {
-      if (!Extend(store, *roots, time)) return false;
+      if (!Extend(store, *roots, limit, time)) return false;
     }
     return true;
   });

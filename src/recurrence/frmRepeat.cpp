@@ -69,10 +69,10 @@ void frmRepeat::Run() {
 
 void frmRepeat::BuildControls() {
   auto* grid = new QGridLayout(this);
-  auto* lblTimeUnit = new QLabel(tr("Opakuje se:"), this);
+  lblTimeUnit = new QLabel(tr("Opakuje se:"), this);
   NameControl(lblTimeUnit, u"lblTimeUnit"_qs);
   cmbTimeUnit = MakeList(lblTimeUnit, "cmbTimeUnit", {tr("Denně"), tr("Týdně"), tr("Měsíčně"), tr("Ročně")});
-  auto* Label2 = new QLabel(tr("Zopakovat po:"), this);
+  Label2 = new QLabel(tr("Zopakovat po:"), this);
   NameControl(Label2, u"Label2"_qs);
   cmbUnits = MakeList(Label2, "cmbUnits", Numbers());
   grid->addWidget(lblTimeUnit, 0, 0);

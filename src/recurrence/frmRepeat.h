@@ -28,7 +28,9 @@ class frmRepeat : public Form {
   /// Shows the dialog until OK or Storno.
   void Run();
 
+  QLabel* lblTimeUnit = nullptr;
   QComboBox* cmbTimeUnit = nullptr;
+  QLabel* Label2 = nullptr;
   QComboBox* cmbUnits = nullptr;
   QGroupBox* frmDays = nullptr;
   std::array<QCheckBox*, 7> chkDay{};  ///< Monday first

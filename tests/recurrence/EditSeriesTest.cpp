@@ -98,6 +98,20 @@ TEST(EditRootEvent, AnOccurrenceMovesTheRootByItsShift) {
   EXPECT_EQ(series.Rows(statements::Occurrences()).at(0).apptime, Moment("2.1.2024 9:30"));
 }
 
+TEST(EditRootEvent, AnIdentityThatBeginsWithABarNamesItselfAlone) {
+  SeriesStore series;
+  series.AddRoot(series.Root("2.1.2024 9:00", kDaily));
+  ScheduleRecord foreign = series.Root("2.1.2024 9:00", kDaily);
+  foreign.guid = u"_60q30c1g"_qs;
+  series.AddRoot(foreign);
+  RootEdit edit = FromOccurrence(series);
+  edit.guid = foreign.guid;
+  EXPECT_TRUE(EditRootEvent(series.store, edit));
+  const auto roots = series.Rows(statements::Roots());
+  EXPECT_EQ(roots.at(0).appointment, u"Cvičení"_qs);
+  EXPECT_EQ(roots.at(1).appointment, u"Plavání"_qs);
+}
+
 TEST(EditRootEvent, AnEndTakenFromAnOccurrenceLeavesTheStart) {
   SeriesStore series;
   series.AddRoot(series.Root("2.1.2024 9:00", kDaily));
