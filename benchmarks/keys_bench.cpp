@@ -2,6 +2,7 @@
 // here: a day that holds tasks is spoken behind its cue.
 
 #include "calendar/frmMain.h"
+#include "platform/none/None.h"
 #include "shell/TextControls.h"
 #include "store/Template.h"
 #include "store/Text.h"
@@ -77,7 +78,10 @@ int main(int argc, char** argv) {
   const qint64 begin = clock.nsecsElapsed();
   frmMain main(std::move(world.platform), {});
   main.Load();
-  QTest::qWaitFor([&] { return main.List1->hasFocus() && spokenAt > 0; });
+  if (!QTest::qWaitFor([&] { return main.List1->hasFocus() && spokenAt > 0; })) {
+    std::puts("the month was not spoken");
+    return 1;
+  }
   std::printf("start until the month is spoken, in process   %7.2f ms   promised 300\n",
               static_cast<double>(spokenAt - begin) / 1e6);
 
