@@ -117,6 +117,7 @@ class KeyOrder : public QObject {
 
   Form FormOf(QWidget* widget) const;
   bool IsPassedOn(QObject* watched, const QKeyEvent* event);
+  void SeeUnderWay(QObject* watched, const QKeyEvent* event);
   bool IsRepetition(const QKeyEvent& event);
   bool Press(QWidget* widget, QKeyEvent& event);
   bool Release(QWidget* widget, QKeyEvent& event);
@@ -160,7 +161,11 @@ bool KeyOrder::eventFilter(QObject* watched, QEvent* event) {
     case QEvent::KeyRelease: {
       auto* key = static_cast<QKeyEvent*>(event);
       if (IsPassedOn(watched, key)) return false;
-      return event->type() == QEvent::KeyPress ? Press(widget, *key) : Release(widget, *key);
+      const QPointer<QObject> first(watched);
+      const bool swallowed = event->type() == QEvent::KeyPress ? Press(widget, *key) : Release(widget, *key);
+      // A handler may have run an event loop, with other keys in it, before this one is offered to the parents.
+      if (first) SeeUnderWay(first, key);
+      return swallowed;
     }
     case QEvent::MouseButtonPress:
       lastKey_ = 0;
@@ -188,13 +193,20 @@ bool KeyOrder::IsPassedOn(QObject* watched, const QKeyEvent* event) {
   auto* parent = static_cast<QWidget*>(watched);
   auto* seen = static_cast<QWidget*>(seenBy_.data());
   const bool passedOn = event == underWay_ && seen && seen != parent && parent->isAncestorOf(seen);
-  underWay_ = event;
-  seenBy_ = watched;
-  if (!passedOn) {
-    QMetaObject::invokeMethod(
-        this, [this, event] { underWay_ = underWay_ == event ? nullptr : underWay_; }, Qt::QueuedConnection);
+  if (passedOn) {
+    seenBy_ = watched;
+  } else {
+    SeeUnderWay(watched, event);
   }
   return passedOn;
+}
+
+/// Remembers the event until the event loop goes on; another one may stand at its address later.
+void KeyOrder::SeeUnderWay(QObject* watched, const QKeyEvent* event) {
+  underWay_ = event;
+  seenBy_ = watched;
+  QMetaObject::invokeMethod(
+      this, [this, event] { underWay_ = underWay_ == event ? nullptr : underWay_; }, Qt::QueuedConnection);
 }
 
 /// A held key repeats itself as presses with or without the mark, and with or without releases in between: such a

@@ -154,6 +154,18 @@ TEST(ControlEvents, AHeldKeyRepeatsItsKeyDownAndComesUpOnce) {
   }
 }
 
+TEST(ControlEvents, AHandlerThatWaitsRunsOnce) {
+  EventWindow window;
+  window.Appear();
+  FormDriver user;
+  // The field does not want the key and offers it to the window.
+  window.handler = [](const QByteArray& what, Key&) {
+    if (what == "down1") FormDriver::Settle();
+  };
+  user.Press(Qt::Key_F7);
+  EXPECT_EQ(window.Log(), "form-down down1 form-up up1");
+}
+
 TEST(ControlEvents, KeyUpCarriesTheKeyAndModifiersOfThePress) {
   EventWindow window;
   window.Appear();
