@@ -2,9 +2,9 @@
 
 #include "alarms/AlarmQueue.h"
 #include "dates/MonthLines.h"
+#include "shell/FocusSpeech.h"
 #include "shell/Form.h"
 #include "timetools/Countdown.h"
-#include "timetools/FocusSpeech.h"
 #include "timetools/TimeEntry.h"
 
 #include <QTimer>

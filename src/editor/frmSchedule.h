@@ -3,8 +3,8 @@
 #include "editor/AlarmLead.h"
 #include "editor/EditorState.h"
 #include "recurrence/RecurrPopulate.h"
+#include "shell/FocusSpeech.h"
 #include "shell/Form.h"
-#include "timetools/FocusSpeech.h"
 
 #include <QHash>
 #include <QString>

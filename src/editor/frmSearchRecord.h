@@ -1,8 +1,8 @@
 #pragma once
 
 #include "editor/EditorState.h"
+#include "shell/FocusSpeech.h"
 #include "shell/Form.h"
-#include "timetools/FocusSpeech.h"
 
 #include <array>
 

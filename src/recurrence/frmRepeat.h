@@ -2,8 +2,8 @@
 
 #include "dates/MonthLines.h"
 #include "recurrence/RepeatChoice.h"
+#include "shell/FocusSpeech.h"
 #include "shell/Form.h"
-#include "timetools/FocusSpeech.h"
 
 #include <array>
 

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "shell/ControlEvents.h"
+#include "shell/FocusSpeech.h"
 #include "shell/Speech.h"
-#include "timetools/FocusSpeech.h"
 #include "timetools/SpinTimeField.h"
 
 #include <QString>

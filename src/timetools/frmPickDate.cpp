@@ -1,9 +1,9 @@
 #include "timetools/frmPickDate.h"
 
 #include "dates/Easter.h"
+#include "shell/FocusSpeech.h"
 #include "shell/TextControls.h"
 #include "shell/Texts.h"
-#include "timetools/FocusSpeech.h"
 #include "timetools/MonthList.h"
 #include "timetools/TimeFieldPair.h"
 

@@ -1,7 +1,7 @@
 #include "timetools/frmSetSysDate.h"
 
+#include "shell/FocusSpeech.h"
 #include "shell/cStandardEditBox.h"
-#include "timetools/FocusSpeech.h"
 #include "timetools/SpinTimeField.h"
 #include "timetools/SystemClock.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "shell/FocusSpeech.h"
 #include "shell/Form.h"
-#include "timetools/FocusSpeech.h"
 
 #include <array>
 #include <functional>

@@ -1,8 +1,8 @@
 #include "timetools/frmSetSysTime.h"
 
+#include "shell/FocusSpeech.h"
 #include "shell/VoiceDialog.h"
 #include "store/Text.h"
-#include "timetools/FocusSpeech.h"
 #include "timetools/PickDate.h"
 #include "timetools/SpinTimeField.h"
 #include "timetools/SystemClock.h"

@@ -1,9 +1,9 @@
 #pragma once
 
 #include "dates/MonthLines.h"
+#include "shell/FocusSpeech.h"
 #include "shell/Form.h"
 #include "timetools/Countdown.h"
-#include "timetools/FocusSpeech.h"
 #include "timetools/TimeEntry.h"
 
 #include <array>

@@ -2,8 +2,8 @@
 
 #include "platform/CodePage.h"
 #include "platform/Registry.h"
+#include "shell/FocusSpeech.h"
 #include "shell/Form.h"
-#include "timetools/FocusSpeech.h"
 #include "timetools/StopWatch.h"
 
 #include <array>

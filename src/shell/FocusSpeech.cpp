@@ -1,4 +1,4 @@
-#include "timetools/FocusSpeech.h"
+#include "shell/FocusSpeech.h"
 
 #include <QAbstractButton>
 #include <QCheckBox>
