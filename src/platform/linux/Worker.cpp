@@ -54,6 +54,7 @@ Worker::Worker(std::function<void()> work) : finish_(std::make_shared<Finish>())
 }
 
 Worker::~Worker() {
+  if (!thread_.joinable()) return;
   std::unique_lock lock(finish_->mutex);
   const bool done = finish_->changed.wait_for(lock, std::chrono::milliseconds(300), [this] { return finish_->done; });
   lock.unlock();

@@ -94,6 +94,9 @@ class Worker {
   Worker(const Worker&) = delete;
   Worker& operator=(const Worker&) = delete;
 
+  /// Leaves the thread behind at once, however long it goes on.
+  void Leave() { thread_.detach(); }
+
  private:
   struct Finish;
   std::shared_ptr<Finish> finish_;
