@@ -6,6 +6,7 @@
 #include "platform/Instance.h"
 #include "platform/KeyboardHook.h"
 #include "platform/Profile.h"
+#include "platform/Recorder.h"
 #include "platform/Registry.h"
 #include "platform/Shell.h"
 #include "platform/Sound.h"
@@ -22,6 +23,7 @@ struct Platform {
   std::unique_ptr<Voice> voice;  ///< empty when there is no speech component
   std::unique_ptr<Braille> braille;
   std::unique_ptr<Sound> sound;
+  std::unique_ptr<Recorder> recorder;
   std::unique_ptr<Clock> clock;
   std::unique_ptr<TimeZone> timeZone;
   std::unique_ptr<Registry> registry;

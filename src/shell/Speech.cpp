@@ -95,8 +95,7 @@ int Speech::Carry(int kind, int code, const QString& text) {
       if (voice_) voice_->Stop();
       break;
     case PlaySignal:
-      Log(u"signal "_qs + QString::number(code));
-      if (const QString file = SignalFile(code); voice_ && !file.isEmpty()) sound_.Play(soundFolder_ + file, [] {});
+      PlaySignalFile(code, {});
       break;
     default:
       // Preparations and the queued focus text mean something to a component that queues; this one speaks at once.
@@ -117,6 +116,20 @@ void Speech::Speak(const QString& text, bool character, bool append, Voice::Urge
   }
   if (!spokeInThisTurn_) QTimer::singleShot(0, this, [this] { spokeInThisTurn_ = false; });
   spokeInThisTurn_ = true;
+}
+
+void Speech::Signal(int code, std::function<void()> sounded) {
+  const bool plays = PlaySignalFile(code, [sounded](Sound::Ending) { sounded(); });
+  if (!plays) QTimer::singleShot(0, this, sounded);
+}
+
+/// False when there is nothing to hear; `finished` does not run then.
+bool Speech::PlaySignalFile(int code, Sound::Finished finished) {
+  Log(u"signal "_qs + QString::number(code));
+  const QString file = SignalFile(code);
+  if (!voice_ || file.isEmpty()) return false;
+  sound_.Play(soundFolder_ + file, std::move(finished));
+  return true;
 }
 
 void Speech::SayImportant(const QString& text) {
@@ -167,16 +180,16 @@ void Speech::PlayToEnd(const QString& path) {
     wait->loop.quit();
   };
   connect(this, &QObject::destroyed, &wait->loop, end);
-  sound_.Play(path, end);
+  sound_.Play(path, [end](Sound::Ending) { end(); });
   if (!wait->over) wait->loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 
-void Speech::PlaySound(const QString& path) {
+void Speech::PlaySound(const QString& path, Sound::Finished finished) {
   Log(path.isEmpty() ? u"sound off"_qs : u"sound "_qs + QFileInfo(path).fileName());
   if (path.isEmpty()) {
     sound_.Stop();
   } else {
-    sound_.Play(path, [] {});
+    sound_.Play(path, std::move(finished));
   }
 }
 

@@ -39,6 +39,8 @@ class Speech : public QObject {
   int StopSpeech() { return VoiceCommand(StopSpeaking, 0, QString()); }
   bool IsSpeaking() { return VoiceCommand(AskSpeaking, 0, QString()) != 0; }
   void Signal(int code) { VoiceCommand(PlaySignal, code, QString()); }
+  /// The same; `sounded` runs from the event loop when the signal has been heard, or at once when it cannot be.
+  void Signal(int code, std::function<void()> sounded);
 
   /// Speaks an alarm's words, which other programs' speech gives way to.
   void SayImportant(const QString& text);
@@ -60,11 +62,12 @@ class Speech : public QObject {
   void PlaySoundWait(const QString& path);
   /// The same without stopping the speech first.
   void PlayToEnd(const QString& path);
-  /// Starts the file and returns at once; an empty path stops what plays.
-  void PlaySound(const QString& path);
+  /// Starts the file and returns at once; an empty path stops what plays. `finished` tells how the sound ended.
+  void PlaySound(const QString& path, Sound::Finished finished = {});
 
  private:
   int Carry(int kind, int code, const QString& text);
+  bool PlaySignalFile(int code, Sound::Finished finished);
   void Speak(const QString& text, bool character, bool append, Voice::Urgency urgency = Voice::Urgency::Text);
 
   Voice* voice_;

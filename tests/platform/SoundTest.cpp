@@ -45,8 +45,11 @@ class SoundTest : public ::testing::Test {
     WriteFile(Long, ToneFile(20000));
   }
 
-  std::function<void()> Note(const char* name) {
-    return [this, name] { Finished << QString::fromLatin1(name); };
+  Sound::Finished Note(const char* name) {
+    return [this, name](Sound::Ending ending) {
+      const char* how[] = {"", " cut", " failed"};
+      Finished << QString::fromLatin1(name) + QString::fromLatin1(how[static_cast<int>(ending)]);
+    };
   }
   /// True when all have finished before a moment that only a sound that takes no time meets.
   bool HasFinishedAtOnce(const QStringList& names) {
@@ -95,13 +98,13 @@ TEST_F(SoundTest, StopAndTheNextSoundCutTheOneThatPlays) {
   ASSERT_TRUE(FormDriver::Until([&] { return ear.LoudMilliseconds() > 100; }));
   sound.Stop();
   EXPECT_TRUE(Finished.isEmpty()) << "told before the event loop ran";
-  EXPECT_TRUE(HasFinished({u"long"_qs}));
+  EXPECT_TRUE(HasFinished({u"long cut"_qs}));
   EXPECT_TRUE(FormDriver::Until([&] { return ear.QuietMilliseconds() > 300; }));
   EXPECT_LT(ear.LoudMilliseconds(), 3000);
 
   sound.Play(Long, Note("again"));
   sound.Play(Short, Note("short"));
-  EXPECT_TRUE(HasFinished({u"long"_qs, u"again"_qs, u"short"_qs}));
+  EXPECT_TRUE(HasFinished({u"long cut"_qs, u"again cut"_qs, u"short"_qs}));
   sound.Stop();
   FormDriver::Settle();
   EXPECT_EQ(Finished.size(), 3);
@@ -116,7 +119,7 @@ TEST_F(SoundTest, WhatCannotBePlayedTakesNoTime) {
   for (const QString& path : {u"/nonexistent/x.wav"_qs, QString(), folder_.path(), text, half, u"/dev/zero"_qs}) {
     Finished.clear();
     sound.Play(path, Note("done"));
-    EXPECT_TRUE(HasFinishedAtOnce({u"done"_qs})) << path.toStdString();
+    EXPECT_TRUE(HasFinishedAtOnce({u"done failed"_qs})) << path.toStdString();
   }
 }
 
@@ -124,17 +127,18 @@ TEST_F(SoundTest, WithoutAServerASoundTakesNoTime) {
   const Variable nowhere("PULSE_SERVER", "unix:/nonexistent/native");
   PulseSound sound;
   sound.Play(Long, Note("one"));
+  EXPECT_TRUE(HasFinishedAtOnce({u"one failed"_qs}));
   sound.Play(Long, Note("two"));
-  EXPECT_TRUE(HasFinishedAtOnce({u"one"_qs, u"two"_qs}));
+  EXPECT_TRUE(HasFinishedAtOnce({u"one failed"_qs, u"two failed"_qs}));
 }
 
 TEST_F(SoundTest, AStoppedServerIsGivenUpAndTheNextSoundsTakeNoTime) {
   PulseSound sound;
   server->Freeze();
   sound.Play(Short, Note("first"));
-  EXPECT_TRUE(HasFinished({u"first"_qs}));
+  EXPECT_TRUE(HasFinished({u"first failed"_qs}));
   sound.Play(Short, Note("second"));
-  EXPECT_TRUE(HasFinishedAtOnce({u"first"_qs, u"second"_qs}));
+  EXPECT_TRUE(HasFinishedAtOnce({u"first failed"_qs, u"second failed"_qs}));
   server->Thaw();
 }
 

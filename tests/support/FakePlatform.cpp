@@ -1,5 +1,6 @@
 #include "support/FakePlatform.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QTimer>
 
@@ -25,20 +26,44 @@ void FakeBraille::Show(const QString& text, int cursor) {
   Cursor = cursor;
 }
 
-void FakeSound::Play(const QString& path, std::function<void()> finished) {
+void FakeSound::Play(const QString& path, Finished finished) {
   Stop();
   transcript_ << u"sound: "_qs + QFileInfo(path).fileName();
   finished_ = std::move(finished);
   if (Played) Played(path);
-  if (!Hold) QTimer::singleShot(0, &alive_, [this] { Finish(); });
+  const bool fails = Fails && Fails(path);
+  if (fails || !Hold) {
+    QTimer::singleShot(0, &alive_, [this, fails] { Finish(fails ? Ending::Failed : Ending::Played); });
+  }
 }
 
 void FakeSound::Stop() {
-  Finish();
+  Finish(Ending::Cut);
 }
 
-void FakeSound::Finish() {
-  if (const auto finished = std::exchange(finished_, nullptr)) finished();
+void FakeSound::Finish(Ending ending) {
+  if (const auto finished = std::exchange(finished_, nullptr)) finished(ending);
+}
+
+void FakeRecorder::Start(const QString& path, const QString& seed, std::function<void(Ending)> ended) {
+  transcript_ << u"record"_qs;
+  Path = path;
+  Seed = seed;
+  ended_ = std::move(ended);
+  if (Ends) QTimer::singleShot(0, &alive_, [this, ending = *Ends] { End(ending); });
+  if (Ends == Ending::Failed) return;
+  QFile file(path);
+  if (file.open(QFile::WriteOnly)) file.write("recorded");
+}
+
+bool FakeRecorder::Stop() {
+  if (!std::exchange(ended_, nullptr)) return false;
+  transcript_ << u"end of record"_qs;
+  return Ends != Ending::Failed;
+}
+
+void FakeRecorder::End(Ending ending) {
+  if (const auto ended = std::exchange(ended_, nullptr)) ended(ending);
 }
 
 void FakeClock::Set(const QDateTime& moment, SetResult done) {
@@ -102,6 +127,7 @@ FakeWorld::FakeWorld()
     : voice(Install<FakeVoice>(platform.voice, transcript)),
       braille(Install<FakeBraille>(platform.braille)),
       sound(Install<FakeSound>(platform.sound, transcript)),
+      recorder(Install<FakeRecorder>(platform.recorder, transcript)),
       clock(Install<FakeClock>(platform.clock)),
       timeZone(Install<FakeTimeZone>(platform.timeZone)),
       registry(Install<FakeRegistry>(platform.registry)),

@@ -6,10 +6,12 @@
 #include <QStringList>
 
 #include <map>
+#include <optional>
 
 namespace talnik::test {
 
-/// What the outside world heard, in order: "say: text", "char: a", "stop", "sound: space.wav", "braille: text".
+/// What the outside world heard, in order: "say: text", "char: a", "stop", "sound: space.wav", "braille: text",
+/// "record", "end of record".
 /// Appended speech is "and: text"; important speech "alarm: text".
 using Transcript = QStringList;
 
@@ -37,21 +39,40 @@ class FakeBraille : public Braille {
   int Cursor = NoCursor;
 };
 
-/// A sound takes no time unless Hold is set; then it plays until Finish or Stop.
+/// A sound takes no time unless Hold is set; then it plays until Finish or Stop. It fails where Fails says so.
 class FakeSound : public Sound {
  public:
   explicit FakeSound(Transcript& transcript) : transcript_(transcript) {}
-  void Play(const QString& path, std::function<void()> finished) override;
+  void Play(const QString& path, Finished finished) override;
   void Stop() override;
-  void Finish();
+  void Finish(Ending ending = Ending::Played);
   bool IsPlaying() const { return static_cast<bool>(finished_); }
   bool Hold = false;
   std::function<void(const QString& path)> Played;  ///< runs as a sound begins
+  std::function<bool(const QString& path)> Fails;
 
  private:
   Transcript& transcript_;
-  std::function<void()> finished_;
+  Finished finished_;
   QObject alive_;  ///< holds back an end that comes after this sound's own
+};
+
+/// A recording writes the word "recorded" as its first sound, unless Ends gives it an ending of its own.
+class FakeRecorder : public Recorder {
+ public:
+  explicit FakeRecorder(Transcript& transcript) : transcript_(transcript) {}
+  void Start(const QString& path, const QString& seed, std::function<void(Ending)> ended) override;
+  bool Stop() override;
+  bool IsRecording() const override { return static_cast<bool>(ended_); }
+  /// Ends the recording by itself.
+  void End(Ending ending);
+  std::optional<Ending> Ends;  ///< how the next recordings end as soon as the event loop goes on
+  QString Path, Seed;          ///< of the last recording
+
+ private:
+  Transcript& transcript_;
+  std::function<void(Ending)> ended_;
+  QObject alive_;
 };
 
 class FakeClock : public Clock {
@@ -157,6 +178,7 @@ struct FakeWorld {
   FakeVoice& voice;
   FakeBraille& braille;
   FakeSound& sound;
+  FakeRecorder& recorder;
   FakeClock& clock;
   FakeTimeZone& timeZone;
   FakeRegistry& registry;

@@ -5,6 +5,7 @@
 #include "platform/linux/IniProfile.h"
 #include "platform/linux/LinuxShell.h"
 #include "platform/linux/LocaleCodePage.h"
+#include "platform/linux/PulseRecorder.h"
 #include "platform/linux/PulseSound.h"
 #include "platform/linux/QtTrayIcon.h"
 #include "platform/linux/SocketInstance.h"
@@ -32,6 +33,7 @@ Platform MakePlatform() {
   platform.voice = Choose<Voice, SpeechdVoice, NoneVoice>("TALNIK_VOICE");
   platform.braille = Choose<Braille, BrlapiBraille, NoneBraille>("TALNIK_BRAILLE");
   platform.sound = Choose<Sound, PulseSound, NoneSound>("TALNIK_SOUND");
+  platform.recorder = Choose<Recorder, PulseRecorder, NoneRecorder>("TALNIK_SOUND");
   platform.clock = std::make_unique<SystemClock>();
   platform.timeZone = std::make_unique<SystemTimeZone>();
   platform.registry = std::make_unique<FileRegistry>();

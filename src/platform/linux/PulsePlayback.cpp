@@ -33,7 +33,7 @@ PulsePlayback::~PulsePlayback() {
 bool PulsePlayback::Open(const QString& path) {
   // Opening a pipe or a device could wait for ever.
   if (QFileInfo(path).isFile()) file_.reset(sf_open(QFile::encodeName(path).constData(), SFM_READ, &info_));
-  ended_ = !file_ || info_.frames <= 0 || info_.samplerate <= 0;
+  if (!file_ || info_.frames <= 0 || info_.samplerate <= 0) Fail();
   return !ended_;
 }
 
@@ -45,17 +45,17 @@ void PulsePlayback::Start() {
   context_ = pa_context_new(pa_mainloop_get_api(loop_), "Talník");
   pa_context_set_state_callback(
       context_, [](pa_context*, void* self) { static_cast<PulsePlayback*>(self)->OnContext(); }, this);
-  if (pa_context_connect(context_, nullptr, PA_CONTEXT_NOFLAGS, nullptr) < 0) End();
+  if (pa_context_connect(context_, nullptr, PA_CONTEXT_NOFLAGS, nullptr) < 0) Fail();
 }
 
 void PulsePlayback::OnContext() {
   const pa_context_state_t state = pa_context_get_state(context_);
-  if (!PA_CONTEXT_IS_GOOD(state)) return End();
+  if (!PA_CONTEXT_IS_GOOD(state)) return Fail();
   if (state != PA_CONTEXT_READY) return;
   pa_sample_spec format{PA_SAMPLE_FLOAT32NE, static_cast<uint32_t>(info_.samplerate),
                         static_cast<uint8_t>(std::clamp(info_.channels, 0, 255))};
   stream_ = pa_stream_new(context_, "Talník", &format, nullptr);
-  if (!stream_) return End();
+  if (!stream_) return Fail();
   pa_stream_set_state_callback(
       stream_, [](pa_stream*, void* self) { static_cast<PulsePlayback*>(self)->OnStream(); }, this);
   pa_stream_set_write_callback(
@@ -63,11 +63,11 @@ void PulsePlayback::OnContext() {
   constexpr auto byDefault = static_cast<uint32_t>(-1);
   pa_buffer_attr buffer{byDefault, static_cast<uint32_t>(pa_usec_to_bytes(Ahead, &format)), byDefault, byDefault,
                         byDefault};
-  if (pa_stream_connect_playback(stream_, nullptr, &buffer, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr) < 0) End();
+  if (pa_stream_connect_playback(stream_, nullptr, &buffer, PA_STREAM_ADJUST_LATENCY, nullptr, nullptr) < 0) Fail();
 }
 
 void PulsePlayback::OnStream() {
-  if (!PA_STREAM_IS_GOOD(pa_stream_get_state(stream_))) End();
+  if (!PA_STREAM_IS_GOOD(pa_stream_get_state(stream_))) Fail();
 }
 
 void PulsePlayback::Fill(size_t bytes) {
@@ -79,13 +79,13 @@ void PulsePlayback::Fill(size_t bytes) {
   const auto got = static_cast<size_t>(std::max<sf_count_t>(0, read));
   if (got > 0 &&
       pa_stream_write(stream_, samples_.data(), got * channels * sizeof(float), nullptr, 0, PA_SEEK_RELATIVE) < 0) {
-    return End();
+    return Fail();
   }
   if (got == frames) return;
   allRead_ = true;
   pa_operation* drained = pa_stream_drain(
-      stream_, [](pa_stream*, int, void* self) { static_cast<PulsePlayback*>(self)->End(); }, this);
-  if (!drained) return End();
+      stream_, [](pa_stream*, int, void* self) { static_cast<PulsePlayback*>(self)->ended_ = true; }, this);
+  if (!drained) return Fail();
   pa_operation_unref(drained);
 }
 

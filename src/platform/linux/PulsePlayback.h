@@ -28,12 +28,13 @@ class PulsePlayback {
 
   /// True when the sound has been heard to its end or cannot be.
   bool HasEnded() const { return ended_; }
+  bool HasFailed() const { return failed_; }
 
  private:
   void OnContext();
   void OnStream();
   void Fill(size_t bytes);
-  void End() { ended_ = true; }
+  void Fail() { ended_ = failed_ = true; }
 
   pa_mainloop* loop_;
   std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file_;
@@ -43,6 +44,7 @@ class PulsePlayback {
   std::vector<float> samples_;
   bool allRead_ = false;
   bool ended_ = false;
+  bool failed_ = false;
 };
 
 }  // namespace talnik

@@ -29,9 +29,10 @@ void PulsePlayer::Run() {
       Start(*wish);
     }
     if (!playback_ || !playback_->HasEnded()) continue;
+    const bool failed = playback_->HasFailed();
     playback_.reset();
     const std::scoped_lock lock(listenerMutex_);
-    if (listener_.ended) listener_.ended(sound);
+    if (listener_.ended) listener_.ended(sound, failed);
   }
   playback_.reset();
   api->io_free(wishes);

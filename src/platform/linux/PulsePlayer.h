@@ -21,7 +21,7 @@ class PulsePlayer {
   /// What becomes of a sound, called on the player's thread.
   struct Listener {
     std::function<void(quint64 sound, qint64 milliseconds)> length;  ///< as soon as the file is open
-    std::function<void(quint64 sound)> ended;                        ///< played to its end, or not playable
+    std::function<void(quint64 sound, bool failed)> ended;           ///< played to its end, or not playable
   };
 
   PulsePlayer();

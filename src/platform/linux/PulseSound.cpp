@@ -27,9 +27,9 @@ PulseSound::PulseSound()
                                   Qt::QueuedConnection);
                             },
                         .ended =
-                            [this](quint64 sound) {
+                            [this](quint64 sound, bool failed) {
                               QMetaObject::invokeMethod(
-                                  this, [this, sound] { OnEnd(sound); }, Qt::QueuedConnection);
+                                  this, [this, sound, failed] { OnEnd(sound, failed); }, Qt::QueuedConnection);
                             }});
   noAnswer_.setSingleShot(true);
   connect(&noAnswer_, &QTimer::timeout, this, &PulseSound::OnNoAnswer);
@@ -40,25 +40,26 @@ PulseSound::~PulseSound() {
   player_->Close();
 }
 
-void PulseSound::Play(const QString& path, std::function<void()> finished) {
-  Finish();
+void PulseSound::Play(const QString& path, Finished finished) {
+  Finish(Ending::Cut);
   finished_ = std::move(finished);
   const bool isPlayable = !path.isEmpty() && deaf_.hasExpired();
   player_->Play(isPlayable ? path : QString(), ++sound_);
-  if (!isPlayable) return Finish();
+  if (!isPlayable) return Finish(Ending::Failed);
   noAnswer_.start(Patience);
 }
 
 void PulseSound::Stop() {
   player_->Play(QString(), ++sound_);
-  Finish();
+  Finish(Ending::Cut);
 }
 
 /// Tells the caller from the event loop, once.
-void PulseSound::Finish() {
+void PulseSound::Finish(Ending ending) {
   noAnswer_.stop();
   if (auto finished = std::exchange(finished_, nullptr)) {
-    QMetaObject::invokeMethod(this, std::move(finished), Qt::QueuedConnection);
+    QMetaObject::invokeMethod(
+        this, [finished = std::move(finished), ending] { finished(ending); }, Qt::QueuedConnection);
   }
 }
 
@@ -66,13 +67,14 @@ void PulseSound::OnLength(quint64 sound, qint64 milliseconds) {
   if (sound == sound_ && noAnswer_.isActive()) noAnswer_.start(Patience + std::chrono::milliseconds(milliseconds));
 }
 
-void PulseSound::OnEnd(quint64 sound) {
-  if (sound == sound_) Finish();
+void PulseSound::OnEnd(quint64 sound, bool failed) {
+  if (sound == sound_) Finish(failed ? Ending::Failed : Ending::Played);
 }
 
 void PulseSound::OnNoAnswer() {
   deaf_ = QDeadlineTimer(Deafness);
-  Stop();
+  player_->Play(QString(), ++sound_);
+  Finish(Ending::Failed);
 }
 
 }  // namespace talnik

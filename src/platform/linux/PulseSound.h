@@ -23,18 +23,18 @@ class PulseSound : public QObject, public Sound {
   PulseSound();
   ~PulseSound() override;
 
-  void Play(const QString& path, std::function<void()> finished) override;
+  void Play(const QString& path, Finished finished) override;
   void Stop() override;
 
  private:
-  void Finish();
+  void Finish(Ending ending);
   void OnLength(quint64 sound, qint64 milliseconds);
-  void OnEnd(quint64 sound);
+  void OnEnd(quint64 sound, bool failed);
   void OnNoAnswer();
 
   std::shared_ptr<PulsePlayer> player_;
   std::unique_ptr<Worker> worker_;
-  std::function<void()> finished_;
+  Finished finished_;
   quint64 sound_ = 0;  ///< the number of the sound that plays or played last
   QTimer noAnswer_;
   QDeadlineTimer deaf_;

@@ -9,6 +9,8 @@
 
 #include <QTimer>
 
+#include <utility>
+
 namespace talnik {
 
 /// What stands in where the machine has nothing of the kind: silent, at once done, and honest about it.
@@ -30,13 +32,17 @@ class NoneBraille : public Braille {
 
 class NoneSound : public Sound {
  public:
-  void Play(const QString&, std::function<void()> finished) override { QTimer::singleShot(0, finished); }
+  void Play(const QString&, Finished finished) override {
+    if (finished) QTimer::singleShot(0, [finished = std::move(finished)] { finished(Ending::Failed); });
+  }
   void Stop() override {}
 };
 
 class NoneRecorder : public Recorder {
  public:
-  bool Start(const QString&) override { return false; }
+  void Start(const QString&, const QString&, std::function<void(Ending)> ended) override {
+    QTimer::singleShot(0, [ended = std::move(ended)] { ended(Ending::Failed); });
+  }
   bool Stop() override { return false; }
   bool IsRecording() const override { return false; }
 };
