@@ -36,7 +36,7 @@ QByteArray Unescaped(const QByteArray& text) {
 
 bool IsOfTheSystem(const QByteArray& path) {
   return path == "/" || std::any_of(SystemFolders.begin(), SystemFolders.end(), [&path](const char* folder) {
-           return path == folder || path.startsWith(QByteArray(folder) + '/');
+           return QByteArray(path + '/').startsWith(QByteArray(folder).append('/'));
          });
 }
 
