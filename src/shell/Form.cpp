@@ -115,6 +115,16 @@ void Form::SetTag(int tag) {
 }
 
 int Form::ShowModal() {
+  TakeRoom();
+  return exec();
+}
+
+void Form::ShowAndGoOn() {
+  TakeRoom();
+  show();
+}
+
+void Form::TakeRoom() {
   ensurePolished();
   if (layout()) {
     layout()->activate();
@@ -123,7 +133,6 @@ int Form::ShowModal() {
     if (needed.width() > room.width() || needed.height() > room.height()) PutIntoScrollArea(this);
   }
   FitToScreen();
-  return exec();
 }
 
 void Form::FitToScreen() {

@@ -27,6 +27,8 @@ class Form : public QDialog {
 
   /// Shows the window modally, large enough for its type and at most as large as the screen.
   int ShowModal();
+  /// The same without waiting for its end; how far it is modal is set before.
+  void ShowAndGoOn();
   /// Takes the size that the controls want now, in the middle of the screen.
   void FitToScreen();
 
@@ -37,6 +39,8 @@ class Form : public QDialog {
   FormServices& services() const { return services_; }
 
  private:
+  void TakeRoom();
+
   FormServices& services_;
   ControlEvents events_;
 };

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/FocusSpeech.h"
 #include "shell/Form.h"
 
 class QFrame;
@@ -52,7 +53,7 @@ class frmProgress : public Form {
   QFrame* frame_;  ///< the full length of the bar
   int percent_ = 0;
   int saidTens_ = 0;
-  bool opened_ = false;  ///< the title has been said
+  OpeningTitle title_;
   bool cancelled_ = false;
 };
 
