@@ -147,6 +147,10 @@ class frmSchedule : public Form {
   bool Deleted(const std::function<DeleteOutcome()>& deletion, bool& closeForm);
   void RemoveNote(const QString& path);
 
+  // frmSchedulePurge.cpp: removing what is old.
+  void mnuDeleteOld_Click();
+  bool Purge(const Date& day);
+
   EditorState& state() const { return context_.state; }
   QString& RepeatRule() const { return context_.state.Repeat.Repeat_Rule; }
 

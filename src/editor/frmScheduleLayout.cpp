@@ -196,7 +196,7 @@ void frmSchedule::BuildMenus() {
   layout()->setMenuBar(bar);
   menus_ = new OwnMenus(speech(), services().look, this);
   menus_->Attach(*bar);
-  for (const QString& notYet : QStringList{u"mnuDeleteOld"_qs, u"mnuRec"_qs, u"mnuPlay"_qs, u"mnuSndDel"_qs}) {
+  for (const QString& notYet : QStringList{u"mnuRec"_qs, u"mnuPlay"_qs, u"mnuSndDel"_qs}) {
     SetState(menu_.value(notYet), false);
   }
 }
@@ -214,6 +214,7 @@ void frmSchedule::ConnectMenus() {
       {u"mnuSaveAndExit"_qs, [this] { cmdOK_Click(); }},
       {u"mnuExit"_qs, [this] { Unload(); }},
       {u"mnuDelete"_qs, [this] { mnuDelete_Click(); }},
+      {u"mnuDeleteOld"_qs, [this] { mnuDeleteOld_Click(); }},
       {u"mnuEditDuration"_qs, [this] { mnuEditDuration_Click(); }},
       {u"mnuRecurrEvent"_qs, [this] { cmdRepeat_Click(); }},
       {u"mnuFirst"_qs, [this] { MoveTo(Move::First); }},
