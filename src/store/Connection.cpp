@@ -76,8 +76,8 @@ int Connection::Settle() {
   if (FirstValue(db_, "PRAGMA journal_mode", error) == "wal") FirstValue(db_, "PRAGMA journal_mode=DELETE", error);
   FirstValue(db_, "PRAGMA synchronous=FULL", error);
   FirstValue(db_, "PRAGMA temp_store=MEMORY", error);
-  // 8 MB: a larger cache makes no measurable difference and is not given back to the system.
-  FirstValue(db_, "PRAGMA cache_size=-8192", error);
+  // A day of a store of a million rows reads its pages from all over the file; 16 MB hold them.
+  FirstValue(db_, "PRAGMA cache_size=-16384", error);
   return RegisterLike(db_);
 }
 

@@ -17,11 +17,13 @@ struct DayClass {
 inline constexpr const char* kVisible = "(status<8 OR status IS NULL)";
 
 /// Events that end at or after their start; each condition is to be followed by that of the visible rows.
-inline constexpr std::array<DayClass, 5> kDayClasses = {{
-    {"schedule_day1", "appdur>=apptime AND appdur-apptime<=1", "1.001"},
+inline constexpr std::array<DayClass, 7> kDayClasses = {{
+    {"schedule_day0", "appdur>=apptime AND appdur-apptime<=0.25", "0.251"},
+    {"schedule_day1", "appdur-apptime>0.25 AND appdur-apptime<=1", "1.001"},
     {"schedule_day8", "appdur-apptime>1 AND appdur-apptime<=8", "8.001"},
     {"schedule_day64", "appdur-apptime>8 AND appdur-apptime<=64", "64.001"},
-    {"schedule_day512", "appdur-apptime>64 AND appdur-apptime<=512", "512.001"},
+    {"schedule_day256", "appdur-apptime>64 AND appdur-apptime<=256", "256.001"},
+    {"schedule_day512", "appdur-apptime>256 AND appdur-apptime<=512", "512.001"},
     {"schedule_daylong", "appdur-apptime>512", ""},
 }};
 
