@@ -39,6 +39,7 @@ class QToolButton;
 namespace talnik {
 
 class OwnMenus;
+struct CsvImport;
 struct KeyCommand;
 struct TaskFilter;
 struct SpawnTime;
@@ -160,7 +161,16 @@ class frmMain : public QMainWindow, private TickHost {
   bool OpenEditor();
   void mnuDelTodayTasks_Click();
   void mnuDelSchedule_Click();
+  void mnuSearchRecord_Click();
   QString SelectedDayText() const;
+
+  // Files of appointments (frmMainExchange.cpp).
+  void mnuImport_Click();
+  void mnuExport_Click();
+  QString PickCsv(int kind, const QString& fieldsBeforeFolder, const QString& title);
+  bool RunExchange(const QString& title, const QString& phase, bool brief,
+                   const std::function<void(const std::function<bool(qint64, qint64)>& progress)>& job);
+  void TellImport(const CsvImport& result, const QString& failure);
 
   // Timers (frmMainTimer.cpp).
   QString ShownTime() const override;
@@ -218,6 +228,7 @@ class frmMain : public QMainWindow, private TickHost {
   bool quietReturn_ = false;  ///< the next activation is silent: the command that ran has spoken
   bool justActivated_ = false;
   QPointer<QWidget> focusWhenHidden_;
+  QString exchangeFolder_;  ///< of the last file that was exported or imported
   int sweeps_ = 0;  ///< how often open windows were swept away
 };
 

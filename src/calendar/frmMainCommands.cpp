@@ -51,8 +51,11 @@ frmMain::Command frmMain::FindCommand(const QString& name) {
       {u"mnuHolSave"_qs, [](frmMain& form) { form.namesField_->Keep(); }},
       {u"mnuInsertToClip"_qs, [](frmMain& form) { form.mnuInsertToClip_Click(); }},
       {u"mnuNewRecord"_qs, [](frmMain& form) { form.mnuNewRecord_Click(); }},
+      {u"mnuSearchRecord"_qs, [](frmMain& form) { form.mnuSearchRecord_Click(); }},
       {u"mnuDelTodayTasks"_qs, [](frmMain& form) { form.mnuDelTodayTasks_Click(); }},
       {u"mnuDelSchedule"_qs, [](frmMain& form) { form.mnuDelSchedule_Click(); }},
+      {u"mnuImport"_qs, [](frmMain& form) { form.mnuImport_Click(); }},
+      {u"mnuExport"_qs, [](frmMain& form) { form.mnuExport_Click(); }},
       {u"mnuHide"_qs, [](frmMain& form) { form.HideWindow(); }},
       {u"mnuExit"_qs, [](frmMain& form) { form.mnuExit_Click(); }},
   };

@@ -2,6 +2,7 @@
 #include "calendar/TaskFilters.h"
 #include "calendar/frmMain.h"
 #include "editor/frmSchedule.h"
+#include "editor/frmSearchRecord.h"
 #include "shell/TextControls.h"
 #include "store/Statements.h"
 #include "timetools/MonthList.h"
@@ -83,6 +84,22 @@ bool frmMain::TimePassedQuestion(const QString& dateText, const QString& timeTex
     declined = !dialogs().Ask(tr("Zadaný čas už minul. Chcete jej zadat?"));
   });
   return declined || !goesOn;
+}
+
+void frmMain::mnuSearchRecord_Click() {
+  editor_.SearchText.clear();
+  const bool goesOn = RunModal(Afterwards::Speaks, [this] {
+    const Date day = SelectedDate(List1, view_.CurrentDate).value_or(view_.SelectedDay);
+    frmSearchRecord(services(), editor_, day, this).Open();
+  });
+  if (!goesOn) return;
+  if (editor_.SearchText.isEmpty()) {
+    quietReturn_ = false;
+    return;
+  }
+  editor_.FilterMode = ModeSearch;
+  editor_.RecordDate.clear();
+  if (OpenEditor()) calendar_->SetTodayState(false);
 }
 
 void frmMain::mnuDelTodayTasks_Click() {
