@@ -60,6 +60,9 @@ class frmMain : public QMainWindow, private TickHost {
   /// The command with this name in the main menu.
   QAction* Menu(const char* name) const { return menu_.value(QString::fromLatin1(name)); }
 
+  /// What every message, question and file dialog goes through, once the program is loaded.
+  Dialogs& dialogs() const;
+
   /// True for a name of the main menu that a command stands behind.
   bool KnowsCommand(const QString& name) const;
 
@@ -187,7 +190,6 @@ class frmMain : public QMainWindow, private TickHost {
   void AutSync_Timer_Timer();
 
   Speech& speech() const;
-  Dialogs& dialogs() const;
   FormServices& services() const;
   Date Now() const;
 
