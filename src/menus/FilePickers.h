@@ -7,8 +7,8 @@
 
 namespace talnik {
 
-/// The file dialogs, ready to be set as Dialogs::PickFile. What is handed in must outlive them. The chosen path waits in
-/// the registry for TakeSelectedFile.
+/// The file dialogs, ready to be set as Dialogs::PickFile. What is handed in must outlive them. The chosen path waits
+/// in the registry for TakeSelectedFile.
 Dialogs::FilePicker MakeFilePicker(FormServices& services, Folders& folders, Registry& registry);
 
 }  // namespace talnik

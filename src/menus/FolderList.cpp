@@ -33,7 +33,12 @@ QString Bare(const QString& text) {
   return bare;
 }
 
-bool BeginsBare(const QString& name, const QString& bareLetters) {
+/// The name itself of what lies deeper.
+QStringView LastName(const QString& path) {
+  return QStringView(path).sliced(path.lastIndexOf(u'/') + 1);
+}
+
+bool BeginsBare(QStringView name, const QString& bareLetters) {
   qsizetype matched = 0;
   for (qsizetype i = 0; matched < bareLetters.size(); ++i) {
     if (i >= name.size()) return false;
@@ -94,7 +99,9 @@ QList<Folders::Entry> FolderList(const QList<Folders::Entry>& entries, const Nam
 }
 
 QString SpokenEntry(const Folders::Entry& entry) {
-  return entry.name + u' ' + (entry.isFolder ? Words("složka") : Words("soubor"));
+  const qsizetype slash = entry.name.lastIndexOf(u'/');
+  const QString spoken = entry.name.mid(slash + 1) + u' ' + (entry.isFolder ? Words("složka") : Words("soubor"));
+  return slash < 0 ? spoken : QString(spoken + u' ' + Words("ve složce") + u' ' + entry.name.left(slash));
 }
 
 QString FolderName(const QString& path) {
@@ -136,10 +143,14 @@ QString PathIn(const QString& folder, const QString& name) {
   return folder.endsWith(u'/') ? QString(folder + name) : QString(folder + u'/' + name);
 }
 
+QString CleanPath(const QString& path) {
+  return QDir::cleanPath(path);
+}
+
 QString TypedPath(const QString& typed, const QString& folder, const QString& home) {
   QString path = typed;
   if (path == u"~"_qs || path.startsWith(u"~/"_qs)) path.replace(0, 1, home);
-  return QDir::cleanPath(path.startsWith(u'/') ? path : PathIn(folder, path));
+  return CleanPath(path.startsWith(u'/') ? path : PathIn(folder, path));
 }
 
 QString WithExtension(const QString& path, const QString& mask) {
@@ -154,13 +165,13 @@ int FindByLetters(const QList<Folders::Entry>& entries, const QString& letters, 
     const int count = static_cast<int>(entries.size());
     for (int i = 0; i < count; ++i) {
       const int at = (from + i) % count;
-      if (begins(entries[at].name)) return at;
+      if (begins(LastName(entries[at].name))) return at;
     }
     return -1;
   };
-  const int exact = find([&](const QString& name) { return name.startsWith(letters, Qt::CaseInsensitive); });
+  const int exact = find([&](QStringView name) { return name.startsWith(letters, Qt::CaseInsensitive); });
   if (exact >= 0) return exact;
-  return find([bare = Bare(letters)](const QString& name) { return BeginsBare(name, bare); });
+  return find([bare = Bare(letters)](QStringView name) { return BeginsBare(name, bare); });
 }
 
 bool HoldsText(const QString& name, const QString& text) {

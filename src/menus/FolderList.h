@@ -24,7 +24,7 @@ class NameFilter {
 /// The lines of a folder's list: folders first, then the files that the filter shows, both in Czech order.
 QList<Folders::Entry> FolderList(const QList<Folders::Entry>& entries, const NameFilter& filter);
 
-/// "dopis.txt soubor", "Dokumenty složka".
+/// "dopis.txt soubor", "Dokumenty složka"; what lies deeper, with its folder: "dopis.txt soubor ve složce Pošta".
 QString SpokenEntry(const Folders::Entry& entry);
 
 /// A folder as it is called: its own name, and "Kořen" for a root.
@@ -41,6 +41,9 @@ QString FolderAbove(const QString& path);
 
 /// The full path of a name in a folder.
 QString PathIn(const QString& folder, const QString& name);
+
+/// The path without what leads nowhere: doubled separators, "." and "..".
+QString CleanPath(const QString& path);
 
 /// The full path of what was typed: a name in `folder`, a path from it, from "/" or, behind "~", from `home`.
 QString TypedPath(const QString& typed, const QString& folder, const QString& home);
