@@ -47,6 +47,7 @@ bool frmMain::OpenEditor() {
                      EditorContext{.store = *store_,
                                    .state = editor_,
                                    .timeZone = *platform_.timeZone,
+                                   .recorder = *platform_.recorder,
                                    .paths = paths_,
                                    .names = names_,
                                    .registerAlarm = [this] { alarms_->RegisterAlarm(); },

@@ -11,6 +11,7 @@
 namespace talnik {
 
 class Clock;
+class Recorder;
 class TimeZone;
 struct CalendarNames;
 struct Paths;
@@ -46,6 +47,7 @@ struct EditorContext {
   Store& store;
   EditorState& state;
   TimeZone& timeZone;
+  Recorder& recorder;
   const Paths& paths;
   const CalendarNames& names;
   std::function<void()> registerAlarm;

@@ -1,8 +1,12 @@
 #include "editor/NoteFiles.h"
 
 #include "shell/Paths.h"
+#include "store/Text.h"
 
+#include <QCoreApplication>
+#include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace talnik {
 
@@ -21,12 +25,14 @@ QString NewSoundFileName(const Date& now) {
 QString AdoptNewRecording(const QString& recordFolder, const Date& now) {
   const QString fresh = NewRecordingPath(recordFolder);
   if (!FileExists(fresh)) return QString();
-  const QString name = NewSoundFileName(now);
-  const QString path = recordFolder + u'/' + name;
-  QFile::remove(path);
-  if (!QFile::copy(fresh, path)) return QString();
-  QFile::remove(fresh);
-  return name;
+  // The names come round again each year, and the note of another record must not be lost.
+  QString name;
+  for (Date moment = now; QFileInfo::exists(recordFolder + u'/' + (name = NewSoundFileName(moment)));) {
+    const auto next = DateAdd(DateUnit::Second, 1, moment);
+    if (!next) return QString();
+    moment = *next;
+  }
+  return QFile::rename(fresh, recordFolder + u'/' + name) ? name : QString();
 }
 
 void DropNewRecording(const QString& recordFolder) {
@@ -36,6 +42,27 @@ void DropNewRecording(const QString& recordFolder) {
 QString NotePath(const QString& wav, const QString& recordFolder) {
   if (wav.isEmpty() || wav.contains(u'/') || wav.contains(u'\\')) return wav;
   return recordFolder + u'/' + wav;
+}
+
+QString FindNote(const QString& path, const QString& recordFolder) {
+  const QString inFolder = recordFolder + u'/' + ExtractFileName(path);
+  const bool isElsewhere = !(QDir::isAbsolutePath(path) && FileExists(path)) && FileExists(inFolder);
+  return isElsewhere ? inFolder : path;
+}
+
+QString RecordingEndText(Recorder::Ending ending) {
+  const auto tr = [](const char* text) { return QCoreApplication::translate("NoteFiles", text); };
+  switch (ending) {
+    case Recorder::Ending::Broken:
+      return tr("Nahrávání skončilo, mikrofon přestal odpovídat. Nahraná část je zachována.");
+    case Recorder::Ending::NoRoom:
+      return tr("Nahrávání skončilo, na disk už nelze zapisovat. Nahraná část je zachována.");
+    case Recorder::Ending::TooLong:
+      return tr("Nahrávání skončilo, nahrávka je příliš dlouhá. Nahraná část je zachována.");
+    case Recorder::Ending::Failed:
+      break;
+  }
+  return QString();
 }
 
 }  // namespace talnik

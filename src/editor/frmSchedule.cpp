@@ -3,6 +3,7 @@
 #include "editor/ConflictCheck.h"
 #include "editor/EditorControls.h"
 #include "editor/FieldText.h"
+#include "editor/MMControl.h"
 #include "editor/NoteFiles.h"
 #include "editor/RecordList.h"
 #include "editor/SaveRecord.h"
@@ -36,6 +37,7 @@ QString FieldText(const std::optional<Date>& moment) {
 
 frmSchedule::frmSchedule(FormServices& services, EditorContext context, QWidget* parent)
     : Form(services, u"frmSchedule"_qs, BrowseTag, parent), context_(std::move(context)) {
+  MMControl1 = new MMControl(speech(), context_.recorder, this);
   BuildControls();
   BuildMenus();
   ConnectFields();
@@ -129,8 +131,12 @@ void frmSchedule::ShowRecord() {
   Text2->clear();
   Text3->clear();
   if (!bNew) ShowFields(HasRow() ? Data1->Row() : ScheduleRecord());
-  txtPos->setText(u"%1/%2"_qs.arg(Data1->AbsolutePosition() + 1).arg(RecordCount()));
+  ShowPosition();
   setWindowTitle(Text3->text().isEmpty() ? tr("Plán") : tr("Plán - ") + Text3->text());
+}
+
+void frmSchedule::ShowPosition() {
+  txtPos->setText(u"%1/%2"_qs.arg(Data1->AbsolutePosition() + 1).arg(RecordCount()));
 }
 
 void frmSchedule::ShowFields(const ScheduleRecord& row) {
@@ -168,7 +174,7 @@ void frmSchedule::ShowAlarm(const std::optional<Date>& alarm, const std::optiona
 void frmSchedule::ShowNote(const QString& wav) {
   const QString note = StripAtNul(wav);
   Text2->setText(NotePath(note, context_.paths.RecordFolder));
-  bHasSound = !note.isEmpty();
+  SetHasSound(!note.isEmpty());
 }
 
 void frmSchedule::done(int result) {
@@ -180,6 +186,7 @@ void frmSchedule::done(int result) {
 }
 
 bool frmSchedule::Form_Unload() {
+  MMControl1->Close();
   state().RecordDate.clear();
   bNew = false;
   context_.skipFocusSpeech();

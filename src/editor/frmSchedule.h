@@ -2,11 +2,13 @@
 
 #include "editor/AlarmLead.h"
 #include "editor/EditorState.h"
+#include "platform/Recorder.h"
 #include "recurrence/RecurrPopulate.h"
 #include "shell/FocusSpeech.h"
 #include "shell/Form.h"
 
 #include <QHash>
+#include <QPointer>
 #include <QString>
 
 #include <functional>
@@ -25,6 +27,7 @@ class QPushButton;
 namespace talnik {
 
 class BellPicture;
+class MMControl;
 class NoteBox;
 class OwnMenus;
 class Recordset;
@@ -83,6 +86,7 @@ class frmSchedule : public Form {
   void FillRecordset();
   void OpenList();
   void ShowRecord();
+  void ShowPosition();
   void ShowFields(const ScheduleRecord& row);
   void ShowEnd(const QString& end);
   void ShowAlarm(const std::optional<Date>& alarm, const std::optional<Date>& start);
@@ -132,6 +136,7 @@ class frmSchedule : public Form {
   bool WriteRoot(const RecordFields& fields);
   Change AskSaveChanges();
   bool IsChanged() const;
+  QString AdoptRecording();
   void cmdOK_Click();
   void cmdStorno_Click();
   SpawnTime Spawning() const;
@@ -150,6 +155,21 @@ class frmSchedule : public Form {
   // frmSchedulePurge.cpp: removing what is old.
   void mnuDeleteOld_Click();
   bool Purge(const Date& day);
+
+  // frmScheduleSound.cpp: the voice note.
+  QString FreshRecording() const;
+  void SetHasSound(bool hasSound);
+  void mnuRec_Click();
+  void cmdSound_Click();
+  bool EndRecording();
+  void ShowRecorded();
+  void ShowNothingRecorded();
+  bool KeyEndsRecording(Key& key);
+  void OnRecordingEnded(Recorder::Ending ending);
+  void mnuPlay_Click();
+  void mnuSndDel_Click();
+  bool DeleteNote(const QString& note);
+  void ListWholeTable();
 
   EditorState& state() const { return context_.state; }
   QString& RepeatRule() const { return context_.state.Repeat.Repeat_Rule; }
@@ -171,6 +191,7 @@ class frmSchedule : public Form {
   std::optional<QString> ruleOfUnsaved_;  ///< chosen anew for a record whose series is not stored yet
   QString listTextBefore_;                ///< of the list with the focus, before its key
   OpeningTitle title_;
+  QPointer<QWidget> focusBeforeRecording_;
   OwnMenus* menus_ = nullptr;
   QHash<QString, QAction*> menu_;  ///< the commands by their names
 
@@ -196,6 +217,7 @@ class frmSchedule : public Form {
   QPushButton* cmdOK = nullptr;
   QPushButton* cmdStorno = nullptr;
   QLineEdit* Text2 = nullptr;  ///< path of the voice note
+  MMControl* MMControl1 = nullptr;
 };
 
 }  // namespace talnik

@@ -21,13 +21,14 @@ namespace talnik {
 void frmSchedule::FormKeyDown(Key& key) {
   const bool up = key.code == Qt::Key_PageUp;
   const bool toTheEnd = key.shift == Qt::ControlModifier;
+  const bool endsRecording = KeyEndsRecording(key);
   if ((up || key.code == Qt::Key_PageDown) && (toTheEnd || key.Plain())) {
     key.Swallow();
     pageKeyDown_ = true;
     if (toTheEnd) return MoveTo(up ? Move::First : Move::Last);
     return MoveTo(up ? Move::Previous : Move::Next);
   }
-  if (!key.Is(Qt::Key_Escape)) return;
+  if (endsRecording || !key.Is(Qt::Key_Escape)) return;
   key.Swallow();
   bCancelled = true;
   Unload();

@@ -1,8 +1,10 @@
 #include "editor/EditorControls.h"
+#include "editor/MMControl.h"
 #include "editor/RecordSpeech.h"
 #include "editor/frmSchedule.h"
 #include "menus/OwnMenus.h"
 #include "shell/TextControls.h"
+#include "shell/VoiceDialog.h"
 #include "shell/cStandardEditBox.h"
 
 #include <QAbstractItemView>
@@ -196,9 +198,7 @@ void frmSchedule::BuildMenus() {
   layout()->setMenuBar(bar);
   menus_ = new OwnMenus(speech(), services().look, this);
   menus_->Attach(*bar);
-  for (const QString& notYet : QStringList{u"mnuRec"_qs, u"mnuPlay"_qs, u"mnuSndDel"_qs}) {
-    SetState(menu_.value(notYet), false);
-  }
+  SetHasSound(false);
 }
 
 void frmSchedule::SetState(QAction* action, bool enabled) {
@@ -221,6 +221,9 @@ void frmSchedule::ConnectMenus() {
       {u"mnuPrev"_qs, [this] { MoveTo(Move::Previous); }},
       {u"mnuNext"_qs, [this] { MoveTo(Move::Next); }},
       {u"mnuLast"_qs, [this] { MoveTo(Move::Last); }},
+      {u"mnuRec"_qs, [this] { mnuRec_Click(); }},
+      {u"mnuPlay"_qs, [this] { mnuPlay_Click(); }},
+      {u"mnuSndDel"_qs, [this] { mnuSndDel_Click(); }},
   };
   for (const auto& [name, run] : commands) connect(menu_.value(name), &QAction::triggered, this, run);
 }
@@ -233,7 +236,7 @@ void frmSchedule::ConnectButtons() {
       {cmdRepeat, [this] { cmdRepeat_Click(); }},
       {cmdOK, [this] { cmdOK_Click(); }},
       {cmdStorno, [this] { cmdStorno_Click(); }},
-      {cmdSound, [] {}},
+      {cmdSound, [this] { cmdSound_Click(); }},
   };
   for (const auto& [button, run] : buttons) {
     // Enter in a field picks a date or begins a line; it must not press a button.
@@ -253,6 +256,8 @@ void frmSchedule::ConnectButtons() {
     LetButtonSpeak(button, events(), speech(), title_);
   }
   LetButtonSpeak(chkAlarm, events(), speech(), title_);
+  connect(MMControl1, &MMControl::RecordingEnded, this, &frmSchedule::OnRecordingEnded);
+  connect(MMControl1, &MMControl::PlayFailed, this, [this] { dialogs().Warn(tr("chyba při práci se zvukem")); });
   connect(chkAlarm, &QCheckBox::clicked, this, [this] { CheckAlarmTime(); });
   connect(Image2, &BellPicture::Click, this, [this] { Image2_Click(); });
 }

@@ -1,5 +1,6 @@
 #include "editor/EditorControls.h"
 #include "editor/FieldText.h"
+#include "editor/MMControl.h"
 #include "editor/NoteFiles.h"
 #include "editor/SaveRecord.h"
 #include "editor/StoreFailures.h"
@@ -51,7 +52,7 @@ frmSchedule::Save frmSchedule::SaveRecord() {
     return Save::Refused;
   }
   if (plan.alarmPassed) dialogs().Warn(AlarmPassedText());
-  const QString recording = AdoptNewRecording(context_.paths.RecordFolder, Now());
+  const QString recording = AdoptRecording();
   if (!recording.isEmpty()) {
     plan.fields.wav = recording;
     Text2->setText(NotePath(recording, context_.paths.RecordFolder));
@@ -61,6 +62,16 @@ frmSchedule::Save frmSchedule::SaveRecord() {
     Text1->Show(plan.fields.appointment);
   }
   return Write(plan.fields);
+}
+
+/// Gives a fresh recording the record's own name for it; empty when there is none.
+QString frmSchedule::AdoptRecording() {
+  if (MMControl1->Mode() == ModeRecording) EndRecording();
+  if (!FileExists(FreshRecording())) return QString();
+  MMControl1->Close();
+  const QString name = AdoptNewRecording(context_.paths.RecordFolder, Now());
+  if (name.isEmpty()) dialogs().Warn(tr("Nahrávku nelze uložit: ") + FreshRecording());
+  return name;
 }
 
 frmSchedule::Save frmSchedule::Write(const RecordFields& fields) {
@@ -177,6 +188,7 @@ void frmSchedule::cmdOK_Click() {
 
 void frmSchedule::cmdStorno_Click() {
   state().RecordDate.clear();
+  MMControl1->Close();
   DropNewRecording(context_.paths.RecordFolder);
   bCancelled = true;
   Unload();

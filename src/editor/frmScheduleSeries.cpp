@@ -1,5 +1,6 @@
 #include "editor/EditorControls.h"
 #include "editor/FieldText.h"
+#include "editor/MMControl.h"
 #include "editor/SaveRecord.h"
 #include "editor/StoreFailures.h"
 #include "editor/frmSchedule.h"
@@ -99,7 +100,9 @@ bool frmSchedule::Deleted(const std::function<DeleteOutcome()>& deletion, bool& 
 }
 
 void frmSchedule::RemoveNote(const QString& path) {
-  if (!path.isEmpty()) RemoveUnusedNote(context_.store, path);
+  if (path.isEmpty()) return;
+  MMControl1->Close();
+  RemoveUnusedNote(context_.store, path);
 }
 
 void frmSchedule::DeleteOne() {

@@ -119,6 +119,18 @@ bool Recordset::FindFirst(const std::function<bool(const ScheduleRecord&)>& crit
   return false;
 }
 
+bool Recordset::FindRowOf(const Recordset& other) {
+  if (!other.MayWrite() || other.file_ != file_) return false;
+  const auto key = std::find(keys_.begin(), keys_.end(), other.keys_[static_cast<std::size_t>(other.position_)]);
+  const auto position = static_cast<qsizetype>(key - keys_.begin());
+  ScheduleRecord row;
+  if (key == keys_.end() || Read(position, row) != Found::Yes) return false;
+  unreadable_ = false;
+  position_ = position;
+  row_ = row;
+  return true;
+}
+
 bool Recordset::MayWrite() const {
   return HasCurrent() && keys_[static_cast<std::size_t>(position_)] != kGone && store_.impl_->filesSeen == file_;
 }

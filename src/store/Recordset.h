@@ -29,6 +29,8 @@ class Recordset {
   void MovePrevious();  ///< from the first row to Bof
   /// Moves to the first row that meets the criterion; false (NoMatch) leaves the position.
   bool FindFirst(const std::function<bool(const ScheduleRecord&)>& criterion);
+  /// Moves to the current row of another recordset of the same file; false leaves the position.
+  bool FindRowOf(const Recordset& other);
 
   /// The current row as last read; an empty record with no current row.
   const ScheduleRecord& Row() const;

@@ -91,6 +91,7 @@ class EditorWorld : public testing::Test {
     return {*store,
             state,
             world.timeZone,
+            world.recorder,
             paths,
             names,
             [this] { ++alarmsRegistered; },
