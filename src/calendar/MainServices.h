@@ -1,6 +1,7 @@
 #pragma once
 
 #include "calendar/frmMain.h"
+#include "menus/FilePickers.h"
 #include "shell/Speech.h"
 
 namespace talnik {
@@ -9,7 +10,9 @@ struct frmMain::Services {
   Services(Platform& platform, const CommonSettings& look, cSetting& setting)
       : speech(platform.voice.get(), *platform.braille, *platform.sound, look.SoundPath(QString())),
         forms{speech, dialogs, *platform.clock, look, setting},
-        dialogs(forms) {}
+        dialogs(forms) {
+    dialogs.PickFile = MakeFilePicker(forms, *platform.folders, *platform.registry);
+  }
 
   Speech speech;
   FormServices forms;

@@ -65,14 +65,15 @@ QString Counted(qsizetype count, const char* one, const char* few, const char* m
 }  // namespace
 
 NameFilter::NameFilter(const QString& masks) {
-  for (const QString& mask : masks.split(u';', Qt::SkipEmptyParts)) {
-    const QString plain = mask.trimmed();
+  for (const QString& part : masks.split(u';', Qt::SkipEmptyParts)) {
+    const QString plain = part.trimmed();
     if (plain == u"*.*"_qs || plain == u"*"_qs) {
       masks_.clear();
       return;
     }
-    masks_.emplace_back(QRegularExpression::wildcardToRegularExpression(plain),
-                        QRegularExpression::CaseInsensitiveOption);
+    const QRegularExpression mask(QRegularExpression::wildcardToRegularExpression(plain));
+    masks_.push_back(mask.isValid() ? mask : QRegularExpression(QRegularExpression::escape(plain)));
+    masks_.back().setPatternOptions(QRegularExpression::CaseInsensitiveOption);
   }
 }
 
@@ -144,7 +145,10 @@ QString PathIn(const QString& folder, const QString& name) {
 }
 
 QString CleanPath(const QString& path) {
-  return QDir::cleanPath(path);
+  QString clean = QDir::cleanPath(path);
+  // Above the root there is the root.
+  while (clean == u"/.."_qs || clean.startsWith(u"/../"_qs)) clean.remove(1, 3);
+  return clean;
 }
 
 QString TypedPath(const QString& typed, const QString& folder, const QString& home) {

@@ -158,8 +158,9 @@ QString fFileOpen::FileOfLine() const {
 void fFileOpen::Command1_Click() {
   const Folders::Entry* line = dirList->Line();
   const QString typed = Text1->text();
-  // A name with blanks around it is right if it came from the list.
-  if (!request_.saves && line && (typed.isEmpty() ? line->isFolder : typed == line->name)) return EnterLine();
+  // The button opens the folder under the cursor too. A name with blanks around it is right if it came from the list.
+  const bool isFolder = line && line->isFolder && typed.isEmpty() && Command1->hasFocus();
+  if (isFolder || (!request_.saves && line && typed == line->name)) return EnterLine();
   if (typed.trimmed().isEmpty()) {
     speech().Signal(Speech::EmptyField);
     Text1->setFocus();
@@ -181,8 +182,8 @@ void fFileOpen::Accept(const QString& path) {
       return ShowFolder(path, answer, QString());
     }
     const QString whole = WithExtension(path, request_.filter);
-    const bool isMeant = whole == path || (!request_.saves && answer.outcome == Outcome::File);
-    if (isMeant) return Judge(path, answer.outcome);
+    const bool isShort = answer.outcome == Outcome::Missing || (request_.saves && answer.outcome == Outcome::File);
+    if (!isShort || whole == path) return Judge(path, answer.outcome);
     Read(whole, [this, whole](const Answer& second) { Judge(whole, second.outcome); });
   });
 }

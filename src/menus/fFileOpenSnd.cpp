@@ -1,5 +1,7 @@
 #include "menus/fFileOpenSnd.h"
 
+#include <QPointer>
+
 #include <chrono>
 #include <utility>
 
@@ -29,12 +31,19 @@ void fFileOpenSnd::PlayWhenSaid() {
   if (speech().IsSpeaking()) return;
   said_.stop();
   plays_ = true;
-  speech().PlaySound(FileOfLine());
+  const QPointer<fFileOpenSnd> alive(this);
+  speech().PlaySound(FileOfLine(), [alive, sound = ++sound_](Sound::Ending ending) {
+    if (!alive || sound != alive->sound_) return;
+    alive->plays_ = false;
+    if (ending == Sound::Ending::Failed) alive->speech().Signal(Speech::Refused);
+  });
 }
 
 void fFileOpenSnd::Silence() {
   said_.stop();
-  if (std::exchange(plays_, false)) speech().PlaySound(QString());
+  if (!std::exchange(plays_, false)) return;
+  ++sound_;
+  speech().PlaySound(QString());
 }
 
 void fFileOpenSnd::hideEvent(QHideEvent* event) {

@@ -21,6 +21,7 @@ class fFileOpenSnd : public fFileOpen {
 
   QTimer said_;  ///< looks whether the name has been said to its end
   bool plays_ = false;
+  int sound_ = 0;  ///< the number of the sound that was started last
 };
 
 }  // namespace talnik

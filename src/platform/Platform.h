@@ -3,6 +3,7 @@
 #include "platform/Braille.h"
 #include "platform/Clock.h"
 #include "platform/CodePage.h"
+#include "platform/Folders.h"
 #include "platform/Instance.h"
 #include "platform/KeyboardHook.h"
 #include "platform/Profile.h"
@@ -33,6 +34,7 @@ struct Platform {
   std::unique_ptr<KeyboardHook> keyboardHook;
   std::unique_ptr<Instance> instance;
   std::unique_ptr<CodePage> codePage;
+  std::unique_ptr<Folders> folders;
 };
 
 }  // namespace talnik

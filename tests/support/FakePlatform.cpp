@@ -78,6 +78,7 @@ QVariant FakeRegistry::Value(const QString& key, const QString& name) const {
 }
 
 bool FakeRegistry::SetText(const QString& key, const QString& name, const QString& text) {
+  if (Refuse) return false;
   Values[key + u'|' + name] = text;
   return true;
 }
@@ -136,7 +137,8 @@ FakeWorld::FakeWorld()
       trayIcon(Install<FakeTrayIcon>(platform.trayIcon)),
       keyboardHook(Install<FakeKeyboardHook>(platform.keyboardHook)),
       instance(Install<FakeInstance>(platform.instance)),
-      codePage(Install<FakeCodePage>(platform.codePage)) {}
+      codePage(Install<FakeCodePage>(platform.codePage)),
+      folders(Install<FakeFolders>(platform.folders)) {}
 
 Transcript FakeWorld::Heard() {
   return std::exchange(transcript, {});

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "platform/Platform.h"
+#include "support/FakeFolders.h"
 
 #include <QObject>
 #include <QStringList>
@@ -97,6 +98,7 @@ class FakeRegistry : public Registry {
   bool SetText(const QString& key, const QString& name, const QString& text) override;
   bool Remove(const QString& key, const QString& name) override;
   std::map<QString, QVariant> Values;  ///< under "key|name"
+  bool Refuse = false;                 ///< no text is kept
 };
 
 class FakeProfile : public Profile {
@@ -188,6 +190,7 @@ struct FakeWorld {
   FakeKeyboardHook& keyboardHook;
   FakeInstance& instance;
   FakeCodePage& codePage;
+  FakeFolders& folders;
 
   /// What was heard since the last call.
   Transcript Heard();

@@ -98,7 +98,8 @@ struct FolderReader::Reading {
   FolderReader* asker = nullptr;  ///< empty when nobody waits any more
 };
 
-FolderReader::FolderReader() : alive_(std::make_shared<std::atomic<int>>(0)) {
+FolderReader::FolderReader(System system)
+    : system_(std::move(system)), alive_(std::make_shared<std::atomic<int>>(0)), patience_(this) {
   patience_.setSingleShot(true);
   patience_.setInterval(Patience);
   connect(&patience_, &QTimer::timeout, this, [this] { OnAnswer(reading_, Answer{Outcome::NoAnswer, {}, false}); });
@@ -127,8 +128,8 @@ void FolderReader::Read(const QString& path, std::function<void(const Answer&)> 
   patience_.start();
   if (*alive_ >= MostAlive) return patience_.start(0);
   ++*alive_;
-  worker_ = std::make_unique<Worker>([path, reading = reading_, alive = alive_] {
-    const Answer answer = ReadFolder(path);
+  worker_ = std::make_unique<Worker>([path, system = system_, reading = reading_, alive = alive_] {
+    const Answer answer = system(path);
     --*alive;
     const std::scoped_lock lock(reading->mutex);
     FolderReader* asker = reading->asker;

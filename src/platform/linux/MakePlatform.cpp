@@ -2,6 +2,7 @@
 
 #include "platform/linux/BrlapiBraille.h"
 #include "platform/linux/FileRegistry.h"
+#include "platform/linux/FolderReader.h"
 #include "platform/linux/IniProfile.h"
 #include "platform/linux/LinuxShell.h"
 #include "platform/linux/LocaleCodePage.h"
@@ -43,6 +44,7 @@ Platform MakePlatform() {
   platform.keyboardHook = MakeKeyboardHook();
   platform.instance = std::make_unique<SocketInstance>();
   platform.codePage = std::make_unique<LocaleCodePage>();
+  platform.folders = std::make_unique<FolderReader>();
   return platform;
 }
 
