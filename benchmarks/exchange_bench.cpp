@@ -34,7 +34,8 @@ QString TextOf(int rows) {
     row.appointment = u"Schůzka číslo "_qs + QString::number(i);
     row.alarm = random.bounded(5) == 0;
     if (row.alarm) row.alarmtime = DateAdd(DateUnit::Minute, -10, *row.apptime);
-    text += CsvLine(row) + u"\r\n"_qs;
+    AddCsvLine(text, row);
+    text += u"\r\n";
   }
   return text;
 }

@@ -4,6 +4,7 @@
 #include "store/Statements.h"
 #include "store/Store.h"
 #include "store/Text.h"
+#include "store/WithoutIndexes.h"
 
 #include <QByteArray>
 #include <QSet>
@@ -92,6 +93,12 @@ bool Import::TakeLine(QStringView line) {
   return true;
 }
 
+/// True where making the indexes anew costs less than keeping them row by row.
+bool WritesMost(Store& store, const QString& text) {
+  constexpr qsizetype lettersOfARow = 100;
+  return text.size() / lettersOfARow > store.Number(statements::CountAll()).value_or(0);
+}
+
 }  // namespace
 
 CsvExport ExportCsv(Store& store, const CsvProgress& progress) {
@@ -102,8 +109,8 @@ CsvExport ExportCsv(Store& store, const CsvProgress& progress) {
   qint64 read = 0;
   bool cancelled = false;
   const bool allRead = store.ForEach(rows, [&](const ScheduleRecord& row) {
-    if (const QString line = CsvLine(row); !line.isEmpty()) {
-      result.text += line + u"\r\n"_qs;
+    if (AddCsvLine(result.text, row)) {
+      result.text += u"\r\n";
       ++result.rows;
     }
     cancelled = ++read % kRowsInOneGo == 0 && !progress(read, total);
@@ -116,7 +123,8 @@ CsvExport ExportCsv(Store& store, const CsvProgress& progress) {
 CsvImport ImportCsv(Store& store, const QString& text, const Date& today, const CsvProgress& progress) {
   Import import(store, text, today, progress);
   CsvImport result;
-  if (store.InTransaction([&import] { return import.Run(); })) {
+  const auto run = [&import] { return import.Run(); };
+  if (WritesMost(store, text) ? WithoutIndexes(store, run) : store.InTransaction(run)) {
     result = import.Counts();
     result.end = CsvEnd::Done;
   } else if (import.Cancelled()) {

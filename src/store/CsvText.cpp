@@ -15,24 +15,19 @@ constexpr std::array<const char16_t*, CsvColumnCount> kTitles = {
     u"Počáteční datum",   u"Začátek",        u"Předmět", u"Koncové datum", u"Konec", u"Připomenutí zapnuto či vypnuto",
     u"Datum připomenutí", u"Čas připomenutí"};
 
-QString Quoted(const QString& text) {
-  return u'"' + text + u'"';
-}
-
 /// The two columns of a moment; the second is empty for a day without a time.
-QString MomentColumns(const Date& moment) {
-  const QString day = Quoted(DayText(moment)) + u',';
-  if (!moment.HasTime()) return day;
-  return day + Quoted(TimeText(moment).rightJustified(8, u'0'));
+void AddMoment(QString& text, const Date& moment) {
+  text += u'"' + DayText(moment) + u"\",";
+  if (moment.HasTime()) text += u'"' + TimeText(moment).rightJustified(8, u'0') + u'"';
 }
 
-QString SubjectColumn(QString text) {
-  text.replace(u"\r\n"_qs, u" "_qs).replace(u'\r', u' ').replace(u'\n', u' ');
+void AddSubject(QString& text, QString subject) {
+  subject.replace(u"\r\n"_qs, u" "_qs).replace(u'\r', u' ').replace(u'\n', u' ');
   qsizetype from = 0;
-  qsizetype to = text.size();
-  while (from < to && text[from] == u' ') ++from;
-  while (to > from && text[to - 1] == u' ') --to;
-  return from == to ? QString() : Quoted(text.mid(from, to - from));
+  qsizetype to = subject.size();
+  while (from < to && subject[from] == u' ') ++from;
+  while (to > from && subject[to - 1] == u' ') --to;
+  if (from != to) text += u'"' + QStringView(subject).sliced(from, to - from) + u'"';
 }
 
 /// Split at each comma, within quotes too; what is missing is empty.
@@ -47,12 +42,22 @@ CsvFields SplitLine(QStringView line) {
   return fields;
 }
 
-QString WithoutQuotes(QStringView field) {
-  return field.toString().remove(u'"');
+void AddWithoutQuotes(QString& text, QStringView field) {
+  while (true) {
+    const qsizetype quote = field.indexOf(u'"');
+    text += quote < 0 ? field : field.first(quote);
+    if (quote < 0) return;
+    field = field.sliced(quote + 1);
+  }
 }
 
 std::optional<Date> MomentOf(QStringView day, QStringView time, const Date& today) {
-  return CDate(WithoutQuotes(day) + u' ' + WithoutQuotes(time), today);
+  QString text;
+  text.reserve(day.size() + 1 + time.size());
+  AddWithoutQuotes(text, day);
+  text += u' ';
+  AddWithoutQuotes(text, time);
+  return CDate(text, today);
 }
 
 }  // namespace
@@ -61,18 +66,25 @@ QString CsvHeader() {
   QString header;
   for (const char16_t* title : kTitles) {
     if (!header.isEmpty()) header += u',';
-    header += Quoted(QString::fromUtf16(title));
+    header += u'"' + QString::fromUtf16(title) + u'"';
   }
   return header;
 }
 
-QString CsvLine(const ScheduleRecord& row) {
-  if (!row.apptime) return QString();
-  QString line = MomentColumns(*row.apptime) + u',' + SubjectColumn(row.appointment) + u',';
-  if (row.appdur) line += MomentColumns(*row.appdur);
-  line += u',';
-  line += row.alarm ? u"TRUE,"_qs : u"FALSE,"_qs;
-  return line + (row.alarm && row.alarmtime ? MomentColumns(*row.alarmtime) : u","_qs);
+bool AddCsvLine(QString& text, const ScheduleRecord& row) {
+  if (!row.apptime) return false;
+  AddMoment(text, *row.apptime);
+  text += u',';
+  AddSubject(text, row.appointment);
+  text += u',';
+  if (row.appdur) AddMoment(text, *row.appdur);
+  text += row.alarm ? u",TRUE," : u",FALSE,";
+  if (row.alarm && row.alarmtime) {
+    AddMoment(text, *row.alarmtime);
+  } else {
+    text += u',';
+  }
+  return true;
 }
 
 bool IsCsvRow(QStringView line) {
@@ -84,7 +96,8 @@ std::optional<ScheduleRecord> CsvRecord(QStringView line, const Date& today) {
   ScheduleRecord row;
   row.apptime = MomentOf(fields[StartDay], fields[StartTime], today);
   if (!row.apptime) return {};
-  row.appointment = WithoutQuotes(fields[Subject]).remove(u';');
+  AddWithoutQuotes(row.appointment, fields[Subject]);
+  row.appointment.remove(u';');
   row.appdur = MomentOf(fields[EndDay], fields[EndTime], today).value_or(*row.apptime);
   row.alarm = fields[AlarmIsOn].contains(u"TRUE", Qt::CaseInsensitive);
   row.alarmtime = MomentOf(fields[AlarmDay], fields[AlarmTime], today);

@@ -12,9 +12,9 @@ namespace talnik {
 /// The first line of an exchange file of appointments: the titles of its eight columns, without the line's end.
 QString CsvHeader();
 
-/// One row as a line of the file, without the line's end; empty for a row that has no start. A row without an end has
-/// one column less.
-QString CsvLine(const ScheduleRecord& row);
+/// Adds one row as a line to the text of a file, without the line's end. False, and nothing is added, for a row that
+/// has no start. A row without an end has one column less.
+bool AddCsvLine(QString& text, const ScheduleRecord& row);
 
 /// True for a line that is meant as a row.
 bool IsCsvRow(QStringView line);
