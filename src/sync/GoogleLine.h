@@ -26,6 +26,7 @@ struct GoogleLine {
   QString seriesId;
   QString exceptionTime;  ///< of an exception: the start that the rule gave it
   int status = StatusSingle;
+  QString stamp;  ///< of the start that was taken from the rule; empty until then
 };
 
 /// Never fails: what is missing is empty.

@@ -64,7 +64,7 @@ class GoogleMerge {
   void Remove(const GoogleLine& line);
   bool MakeTombstones(const GoogleLine& line, const std::vector<MergeTable::Row*>& rows);
   bool Match(MergeTable::Row& row, GoogleLine& line);
-  void TakeStartFromRule(GoogleLine& line);
+  void TakeStartFromRule(GoogleLine& line) const;
   QString ChangesOf(const GoogleLine& line, ScheduleRecord& record) const;
   void Change(MergeTable::Row& row, const GoogleLine& line);
   ScheduleRecord RecordOf(const GoogleLine& line) const;
@@ -77,7 +77,6 @@ class GoogleMerge {
   MergeTable table_;
   SyncIdList ids_;
   SyncTally tally_;
-  QString stamp_;  ///< of the start that the line at hand has taken from its rule
   bool read_ = false;
   bool failed_ = false;
   bool rebuild_ = false;
