@@ -1,10 +1,14 @@
 #include "editor/EditorControls.h"
+#include "editor/MMControl.h"
+#include "editor/NoteFiles.h"
 #include "editor/Purge.h"
 #include "editor/SaveRecord.h"
 #include "editor/StoreFailures.h"
 #include "editor/frmSchedule.h"
+#include "shell/Paths.h"
 #include "shell/VoiceDialog.h"
 #include "store/Recordset.h"
+#include "store/Text.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -15,11 +19,13 @@ namespace {
 
 constexpr int FilesInOneGo = 50;
 
-/// A file that cannot be deleted stays. Timers and the screen go on; keys wait.
-void DeleteNotes(const QStringList& paths) {
+/// A file that cannot be deleted stays; a bare name is one of the current folder. Timers and the screen go on, keys
+/// wait.
+void DeleteNotes(const QStringList& notes, const QString& recordFolder) {
   int deleted = 0;
-  for (const QString& path : paths) {
-    QFile::remove(path);
+  for (const QString& note : notes) {
+    const bool isBare = note == ExtractFileName(note);
+    QFile::remove(isBare ? note : FindNote(note, recordFolder));
     if (++deleted % FilesInOneGo == 0) QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   }
 }
@@ -34,7 +40,10 @@ void frmSchedule::mnuDeleteOld_Click() {
     dialogs().Tell(BadDateText());
     return Text3->setFocus();
   }
-  if (!dialogs().Ask(PurgeQuestion(dateText)) || !Purge(*day)) return;
+  if (!dialogs().Ask(PurgeQuestion(dateText))) return;
+  if (MMControl1->Mode() == ModeRecording) EndRecording();
+  MMControl1->Close();
+  if (!Purge(*day)) return;
   FillRecordset();
   if (RecordCount() == 0) return Unload();
   if (Text1->hasFocus()) return Text1_GotFocus();
@@ -56,7 +65,7 @@ bool frmSchedule::Purge(const Date& day) {
   }
   if (outcome.alarmsTouched) context_.registerAlarm();
   // Behind the rows: where these cannot be removed, their notes stay too.
-  DeleteNotes(outcome.notes);
+  DeleteNotes(outcome.notes, context_.paths.RecordFolder);
   return !unloaded_;
 }
 
