@@ -11,6 +11,7 @@
 #include <QStringList>
 
 #include <algorithm>
+#include <utility>
 
 namespace talnik {
 
@@ -18,19 +19,24 @@ namespace {
 
 class Rebuild {
  public:
-  Rebuild(Store& store, const SpawnTime& time) : store_(store), time_(time), ledger_(store) {}
+  Rebuild(Store& store, const SpawnTime& time) : store_(store), time_(time) {}
 
-  bool Run();
+  /// Finds out what is to be written. `ledger` may be null: then every row is looked at.
+  bool Look(const SpawnLedger* ledger);
+  bool HasWrites() const { return writes_ > 0; }
+  /// To be called within a transaction.
+  bool Write();
+  const std::vector<SpawnLedger::Line>& Lines() const { return lines_; }
 
  private:
   bool ReadRoots();
   bool ReadRows(const std::optional<QSet<QString>>& guids);
   bool ReadRowsWhere(const QString& condition, const QList<QVariant>& values);
-  std::optional<QSet<QString>> GuidsToLookAt() const;
+  std::optional<QSet<QString>> GuidsToLookAt(const SpawnLedger& ledger) const;
   void Take(const StoreRow& row);
 
-  bool Write();
-  bool ChangesMost(std::size_t writes) const;
+  bool ChangesMost() const;
+  bool WriteAll();
   bool WriteSeries(const SeriesRows& series);
   bool Overwrite(const SeriesRows& series, const SeriesRows::Overwrite& row);
   const QString& UpdateSql(ColumnSet columns);
@@ -38,12 +44,14 @@ class Rebuild {
 
   Store& store_;
   const SpawnTime& time_;
-  SpawnLedger ledger_;
   std::vector<SpawnLedger::Line> lines_;  ///< of all roots
+  bool rowsBearTheirRoot_ = true;         ///< every row can be found by the guid of its root
   std::vector<SeriesRows> series_;
   QHash<QByteArray, std::vector<std::size_t>> byGuid_;  ///< places in series_
   const std::vector<std::size_t>* lastNamed_ = nullptr;
   std::vector<qint64> orphans_;
+  std::size_t writes_ = 0;
+  std::size_t indexedWrites_ = 0;  ///< those that change what the indexes hold
   QHash<unsigned, QString> updates_;
 };
 
@@ -60,19 +68,22 @@ bool Rebuild::ReadRoots() {
     lines_.push_back({root.guid, first == rows.Dates().end() ? std::nullopt : std::optional(*first)});
     series_.emplace_back(std::move(rows), exceptions->OfSeries(root.guid));
     byGuid_[series_.back().Guid()].push_back(series_.size() - 1);
+    // A root without a guid gives its rows a fresh one each time; one that is too long is cut.
+    rowsBearTheirRoot_ = rowsBearTheirRoot_ && series_.back().Guid() == root.guid.toUtf8();
     return true;
   });
 }
 
 /// The guids of series that have been written to, or of which a date has passed, since the last rebuild. Nothing where
 /// that is so many that one look at all rows is cheaper.
-std::optional<QSet<QString>> Rebuild::GuidsToLookAt() const {
-  QSet<QString> guids = ledger_.Written();
+std::optional<QSet<QString>> Rebuild::GuidsToLookAt(const SpawnLedger& ledger) const {
+  if (!rowsBearTheirRoot_) return {};
+  QSet<QString> guids = ledger.Written();
   QSet<QString> bases;
   for (const QString& guid : guids) bases.insert(SeriesBase(guid));
   for (const SpawnLedger::Line& line : lines_) {
     const auto names = [&line](const QString& base) { return NamesSeries(base, line.guid); };
-    if (ledger_.HasMovedOn(line.guid) || std::any_of(bases.begin(), bases.end(), names)) guids.insert(line.guid);
+    if (ledger.HasMovedOn(line.guid) || std::any_of(bases.begin(), bases.end(), names)) guids.insert(line.guid);
   }
   constexpr std::size_t few = 10;
   if (static_cast<std::size_t>(guids.size()) > few + lines_.size() / 2) return {};
@@ -172,46 +183,58 @@ bool Rebuild::WriteSeries(const SeriesRows& series) {
          all(series.Missing(), [&](const Date& date) { return store_.Insert(series.Rows().At(date)); });
 }
 
-bool Rebuild::Write() {
+bool Rebuild::WriteAll() {
   return std::all_of(orphans_.begin(), orphans_.end(), [this](qint64 key) { return Delete(key); }) &&
          std::all_of(series_.begin(), series_.end(), [this](const SeriesRows& series) { return WriteSeries(series); });
 }
 
 /// From here on it is cheaper to make the indexes anew than to keep them at every write.
-bool Rebuild::ChangesMost(std::size_t writes) const {
+bool Rebuild::ChangesMost() const {
   constexpr std::size_t few = 5000;
-  if (writes < few) return false;
+  if (indexedWrites_ < few) return false;
   const auto rows = store_.Number(statements::CountAll());
-  return rows && writes >= static_cast<std::size_t>(*rows) / 3;
+  return rows && indexedWrites_ >= static_cast<std::size_t>(*rows) / 3;
 }
 
-bool Rebuild::Run() {
-  const bool isKnown = ledger_.Read(time_.now);
-  // A synchronisation wants the identities, which only the rules can tell.
-  if (isKnown && ledger_.NothingToDo() && !time_.ids) return true;
+bool Rebuild::Write() {
+  const auto write = [this] { return WriteAll(); };
+  return ChangesMost() ? WithoutIndexes(store_, write) : write();
+}
+
+bool Rebuild::Look(const SpawnLedger* ledger) {
   if (!ReadRoots()) return false;
-  const auto guids = isKnown ? GuidsToLookAt() : std::nullopt;
+  const auto guids = ledger ? GuidsToLookAt(*ledger) : std::nullopt;
   if (!ReadRows(guids)) return false;
-  std::size_t writes = orphans_.size();
-  std::size_t indexedWrites = orphans_.size();
+  writes_ = indexedWrites_ = orphans_.size();
   for (std::size_t place = 0; place < series_.size(); ++place) {
     if (guids && !guids->contains(lines_[place].guid)) continue;
     series_[place].Compare();
-    writes += series_[place].Writes();
-    indexedWrites += series_[place].IndexedWrites();
+    writes_ += series_[place].Writes();
+    indexedWrites_ += series_[place].IndexedWrites();
   }
-  const auto write = [this] { return Write(); };
-  if (writes > 0 && !(ChangesMost(indexedWrites) ? WithoutIndexes(store_, write) : store_.InTransaction(write))) {
-    return false;
-  }
-  ledger_.Write(lines_);
   return true;
 }
 
 }  // namespace
 
 bool RebuildOccurrences(Store& store, const SpawnTime& time) {
-  return Rebuild(store, time).Run();
+  SpawnLedger ledger(store);
+  const bool isKnown = ledger.Read(time.now);
+  // A synchronisation wants the identities, which only the rules can tell.
+  if (isKnown && ledger.NothingToDo() && !time.ids) return true;
+  ledger.BeginLook();
+  std::optional<Rebuild> rebuild(std::in_place, store, time);
+  if (!rebuild->Look(isKnown ? &ledger : nullptr)) return false;
+  const auto write = [&] {
+    // Until now the file was free to others, and what they have written would be overwritten.
+    if (ledger.IsUnwritten()) return rebuild->Write();
+    ledger.Read(time.now);
+    rebuild.emplace(store, time);
+    return rebuild->Look(nullptr) && rebuild->Write();
+  };
+  if (rebuild->HasWrites() && !store.InTransaction(write)) return false;
+  ledger.Write(rebuild->Lines());
+  return true;
 }
 
 }  // namespace talnik

@@ -9,13 +9,27 @@ namespace talnik {
 // The ledger stands in temporary tables: they are gone when the file is opened anew, and go back with a transaction
 // that is undone, which their mark then gives away.
 
-bool SpawnLedger::Read(const Date& now) {
-  now_ = now;
-  version_.reset();
-  store_.ForEachRow({u"PRAGMA data_version"_qs, {}}, [this](const StoreRow& row) {
-    version_ = row.Number(0);
+std::optional<qint64> SpawnLedger::Version() {
+  std::optional<qint64> version;
+  store_.ForEachRow({u"PRAGMA data_version"_qs, {}}, [&version](const StoreRow& row) {
+    version = row.Number(0);
     return true;
   });
+  return version;
+}
+
+void SpawnLedger::BeginLook() {
+  look_ = store_.MarkSeries();
+}
+
+bool SpawnLedger::IsUnwritten() {
+  const auto written = store_.SeriesWrittenSince(look_);
+  return version_ && Version() == version_ && written && written->isEmpty();
+}
+
+bool SpawnLedger::Read(const Date& now) {
+  now_ = now;
+  version_ = Version();
   if (!version_ || !ReadState()) return false;
   ReadSeries();
   return true;

@@ -35,16 +35,23 @@ class SpawnLedger {
   /// After a good Read: true when a date of the series has passed since, or its root is new.
   bool HasMovedOn(const QString& guid) const;
 
+  /// After Read: from here on every write is noticed.
+  void BeginLook();
+  /// True while nobody has written to series since BeginLook, and other programs nothing at all since Read.
+  bool IsUnwritten();
+
   /// After Read: remembers that now every row stands as it should.
   void Write(const std::vector<Line>& lines);
 
  private:
+  std::optional<qint64> Version();
   bool ReadState();
   void ReadSeries();
 
   Store& store_;
   Date now_;
   std::optional<qint64> version_;  ///< of what other programs have written
+  qint64 look_ = 0;
   QSet<QString> written_;
   QHash<QString, std::optional<Date>> firstDates_;
   std::optional<Date> firstDate_;  ///< of all

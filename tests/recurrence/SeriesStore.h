@@ -5,6 +5,7 @@
 #include "store/Statements.h"
 #include "store/Store.h"
 #include "store/Template.h"
+#include "store/Text.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -72,6 +73,52 @@ struct SeriesStore {
       return true;
     }));
     return rows;
+  }
+
+  /// The rows of status 1, each a line with all it holds. What no root names has a guid that nobody can foretell.
+  std::string Spawned() { return SpawnedIn(store); }
+
+  /// What they should be: dropped and spawned anew, step by step, in a copy of the file.
+  std::string SpawnedAnew() {
+    const QString copy = folder.filePath(u"copy.MDB"_qs);
+    QFile::remove(copy);
+    EXPECT_TRUE(QFile::copy(path, copy));
+    Store anew(copy);
+    EXPECT_TRUE(anew.InTransaction([&] {
+      anew.Execute(statements::DeleteOccurrences());
+      for (const ScheduleRecord& root : Rows(statements::RootsWithRule())) {
+        bool addFirst = true;
+        const SpawnSeries series{
+            root.appointment, root.apptime.value_or(Date()), root.appdur, root.alarmtime, root.recur, {}, root.guid};
+        RecurrPopulate([&anew](const ScheduleRecord& row) { return anew.Insert(row); }, series, addFirst, time);
+      }
+      for (const ScheduleRecord& row : Rows(statements::Exceptions())) {
+        anew.Execute(statements::DeleteOccurrencesOfDay(row.guid, row.reftime ? *row.reftime : *row.apptime));
+      }
+      return true;
+    }));
+    return SpawnedIn(anew);
+  }
+
+  static std::string SpawnedIn(Store& from) {
+    QSet<QString> roots;
+    from.ForEach(statements::Roots(), [&roots](const ScheduleRecord& root) {
+      roots.insert(CutToSize(root.guid, GuidSize));
+      return true;
+    });
+    QStringList lines;
+    from.ForEach(statements::Occurrences(), [&](const ScheduleRecord& row) {
+      QStringList line;
+      for (const auto& moment : {row.apptime, row.appdur, row.reftime, row.alarmtime, row.spawntime}) {
+        line << (moment ? DateText(*moment) : u"-"_qs);
+      }
+      line << QString::number(row.alarm) << QString::number(row.alarmfired) << row.appointment << row.wav << row.recur
+           << (roots.contains(row.guid) ? row.guid : u"?"_qs);
+      lines << line.join(u'|');
+      return true;
+    });
+    lines.sort();
+    return lines.join(u'\n').toStdString();
   }
 
   /// "status start" of the rows, by start.
