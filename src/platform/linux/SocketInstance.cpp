@@ -1,5 +1,6 @@
 #include "platform/linux/SocketInstance.h"
 
+#include "platform/linux/LocalPeers.h"
 #include "platform/linux/UserFolders.h"
 
 #include <QFile>
@@ -9,7 +10,6 @@
 
 #include <fcntl.h>
 #include <sys/file.h>
-#include <sys/socket.h>
 #include <unistd.h>
 
 #include <cerrno>
@@ -23,21 +23,6 @@ constexpr qint64 LongestLine = 64;
 constexpr qsizetype MostPeers = 16;
 constexpr int PatienceMs = 5000;
 constexpr int InstanceAnswerMs = 1000;
-
-bool IsOfThisUser(const QLocalSocket& peer) {
-  ucred user{};
-  socklen_t size = sizeof user;
-  const auto descriptor = static_cast<int>(peer.socketDescriptor());
-  return ::getsockopt(descriptor, SOL_SOCKET, SO_PEERCRED, &user, &size) == 0 && user.uid == geteuid();
-}
-
-/// Lets a peer go, unheard from now on.
-void Drop(QLocalSocket* peer) {
-  peer->disconnect();
-  peer->setParent(nullptr);
-  peer->abort();
-  peer->deleteLater();
-}
 
 }  // namespace
 
@@ -85,10 +70,10 @@ void SocketInstance::Listen() {
 void SocketInstance::Accept() {
   while (QLocalSocket* peer = server_.nextPendingConnection()) {
     if (!IsOfThisUser(*peer)) {
-      Drop(peer);
+      DropPeer(peer);
       continue;
     }
-    if (const auto peers = Peers(); peers.size() > MostPeers) Drop(peers.first());
+    if (const auto peers = Peers(); peers.size() > MostPeers) DropPeer(peers.first());
     peer->setReadBufferSize(LongestLine);
     QObject::connect(peer, &QLocalSocket::readyRead, peer, [this, peer] { Hear(peer, false); });
     QObject::connect(peer, &QLocalSocket::disconnected, peer, [this, peer] { Hear(peer, true); });
@@ -100,7 +85,7 @@ void SocketInstance::Accept() {
 void SocketInstance::Hear(QLocalSocket* peer, bool atEnd) {
   if (!peer->canReadLine() && !atEnd && peer->bytesAvailable() < LongestLine) return;
   const QString word = QString::fromUtf8(peer->readLine(LongestLine + 1).trimmed());
-  Drop(peer);
+  DropPeer(peer);
   if (word != u"show"_qs && word != u"close"_qs) return;
   // What the word sets off may open windows and last; the socket's own work ends first.
   QTimer::singleShot(0, &server_, [this, word] {
