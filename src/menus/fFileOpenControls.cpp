@@ -39,7 +39,7 @@ bool MovesDown(const Key& key) {
   return key.Is(Qt::Key_Down) || key.Is(Qt::Key_PageDown) || key.Is(Qt::Key_End);
 }
 
-bool IsLetter(const Key& key) {
+bool TypesLetter(const Key& key) {
   const bool isCommand = key.shift & (Qt::ControlModifier | Qt::AltModifier);
   return !isCommand && !key.text.isEmpty() && key.text[0].isPrint();
 }
@@ -254,7 +254,7 @@ void fFileOpen::FolderKeyPress(Key& key) {
     GoUp();
   } else if (key.Is(Qt::Key_Space) && typed_.isEmpty()) {
     SayWhere();
-  } else if (IsLetter(key)) {
+  } else if (TypesLetter(key)) {
     FindLetters(key.text);
   } else {
     return;

@@ -25,7 +25,7 @@ using Outcome = Folders::Outcome;
 using FolderStream = std::unique_ptr<DIR, int (*)(DIR*)>;
 
 /// A willing disk may have to wake up, a willing network to be dialled.
-constexpr std::chrono::seconds Patience(10);
+constexpr std::chrono::seconds ReadingPatience(10);
 /// So many calls may hang in the system; with more of them nothing is asked any longer.
 constexpr int MostAlive = 8;
 
@@ -101,7 +101,7 @@ struct FolderReader::Reading {
 FolderReader::FolderReader(System system)
     : system_(std::move(system)), alive_(std::make_shared<std::atomic<int>>(0)), patience_(this) {
   patience_.setSingleShot(true);
-  patience_.setInterval(Patience);
+  patience_.setInterval(ReadingPatience);
   connect(&patience_, &QTimer::timeout, this, [this] { OnAnswer(reading_, Answer{Outcome::NoAnswer, {}, false}); });
 }
 
@@ -142,7 +142,7 @@ void FolderReader::Read(const QString& path, std::function<void(const Answer&)> 
 /// Nobody waits for the reading that is under way.
 void FolderReader::Leave() {
   patience_.stop();
-  patience_.setInterval(Patience);
+  patience_.setInterval(ReadingPatience);
   if (const auto left = std::exchange(reading_, nullptr)) {
     const std::scoped_lock lock(left->mutex);
     left->asker = nullptr;
