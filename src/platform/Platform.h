@@ -6,6 +6,7 @@
 #include "platform/Folders.h"
 #include "platform/Instance.h"
 #include "platform/KeyboardHook.h"
+#include "platform/Mailbox.h"
 #include "platform/Profile.h"
 #include "platform/Recorder.h"
 #include "platform/Registry.h"
@@ -15,6 +16,7 @@
 #include "platform/TrayIcon.h"
 #include "platform/Voice.h"
 
+#include <functional>
 #include <memory>
 
 namespace talnik {
@@ -35,6 +37,7 @@ struct Platform {
   std::unique_ptr<Instance> instance;
   std::unique_ptr<CodePage> codePage;
   std::unique_ptr<Folders> folders;
+  std::function<std::unique_ptr<Mailbox>(const QString& name)> mailbox;  ///< makes one, not yet open
 };
 
 }  // namespace talnik

@@ -10,6 +10,7 @@
 #include "platform/linux/PulseSound.h"
 #include "platform/linux/QtTrayIcon.h"
 #include "platform/linux/SocketInstance.h"
+#include "platform/linux/SocketMailbox.h"
 #include "platform/linux/SpeechdVoice.h"
 #include "platform/linux/SystemClock.h"
 #include "platform/linux/SystemTimeZone.h"
@@ -45,6 +46,7 @@ Platform MakePlatform() {
   platform.instance = std::make_unique<SocketInstance>();
   platform.codePage = std::make_unique<LocaleCodePage>();
   platform.folders = std::make_unique<FolderReader>();
+  platform.mailbox = [](const QString& name) { return std::make_unique<SocketMailbox>(name); };
   return platform;
 }
 
