@@ -78,9 +78,13 @@ bool Rebuild::ReadRoots() {
 /// that is so many that one look at all rows is cheaper.
 std::optional<QSet<QString>> Rebuild::GuidsToLookAt(const SpawnLedger& ledger) const {
   if (!rowsBearTheirRoot_) return {};
-  QSet<QString> guids = ledger.Written();
+  QSet<QString> guids;
   QSet<QString> bases;
-  for (const QString& guid : guids) bases.insert(SeriesBase(guid));
+  for (const QString& guid : ledger.Written()) {
+    // As it stands in the row that was written to, and as the rows of such a root bear it.
+    guids << guid << CutToSize(guid, GuidSize);
+    bases.insert(SeriesBase(guid));
+  }
   for (const SpawnLedger::Line& line : lines_) {
     const auto names = [&line](const QString& base) { return NamesSeries(base, line.guid); };
     if (ledger.HasMovedOn(line.guid) || std::any_of(bases.begin(), bases.end(), names)) guids.insert(line.guid);
