@@ -52,7 +52,7 @@ void Daemon::Kill() {
   process_.waitForFinished();
 }
 
-SoundServer::SoundServer() : server_("PULSE_SERVER", Address().toUtf8()) {
+SoundServer::SoundServer(Microphone microphone) : microphone_(microphone), server_("PULSE_SERVER", Address().toUtf8()) {
   environment_.remove(u"PULSE_SERVER"_qs);
   for (const char* name : {"HOME", "XDG_RUNTIME_DIR", "XDG_CONFIG_HOME", "PULSE_RUNTIME_PATH"}) {
     environment_.insert(QString::fromLatin1(name), folder_.path());
@@ -60,11 +60,17 @@ SoundServer::SoundServer() : server_("PULSE_SERVER", Address().toUtf8()) {
 }
 
 bool SoundServer::Start() {
+  const QByteArray microphone =
+      microphone_ == Microphone::None
+          ? QByteArray()
+          : QByteArray("load-module module-null-sink sink_name=mic norewinds=1\nset-default-source mic.monitor\n");
+  // A socket left by a killed server is none of this one.
+  QFile::remove(Path(u"native"_qs));
   // Without rewinding the sink sleeps 50 ms at a time, else two seconds.
   WriteFile(Path(u"default.pa"_qs),
             "load-module module-null-sink sink_name=out norewinds=1\n"
             "load-module module-native-protocol-unix auth-anonymous=1 socket=" +
-                Path(u"native"_qs).toUtf8() + "\nset-default-sink out\n");
+                Path(u"native"_qs).toUtf8() + "\nset-default-sink out\n" + microphone);
   return Run(u"pulseaudio"_qs, {u"-n"_qs, u"-F"_qs, Path(u"default.pa"_qs), u"--daemonize=no"_qs,
                                 u"--exit-idle-time=-1"_qs, u"--disallow-exit"_qs}) &&
          FormDriver::Until([this] { return QFileInfo::exists(Path(u"native"_qs)); });

@@ -41,14 +41,18 @@ class Daemon {
   QProcess process_;
 };
 
-/// A PulseAudio server whose only sink is silent. The program under test finds it by the environment.
+/// A PulseAudio server that plays in silence. The program under test finds it by the environment.
 class SoundServer : public Daemon {
  public:
-  SoundServer();
+  /// A silent microphone hears what is played into the sink "mic".
+  enum class Microphone { None, Silent };
+
+  explicit SoundServer(Microphone microphone = Microphone::None);
   bool Start() override;
   QString Address() const { return u"unix:"_qs + Path(u"native"_qs); }
 
  private:
+  Microphone microphone_;
   Variable server_;
 };
 

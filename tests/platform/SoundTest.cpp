@@ -1,34 +1,15 @@
 #include "platform/Daemons.h"
+#include "platform/Waves.h"
 #include "platform/linux/PulseSound.h"
 #include "support/FormDriver.h"
 
-#include <QDataStream>
 #include <QTimer>
 
 #include <gtest/gtest.h>
 
-#include <cmath>
-
 namespace talnik::test {
 
 namespace {
-
-/// A WAV file of a steady tone.
-QByteArray ToneFile(int milliseconds) {
-  constexpr quint32 rate = 8000;
-  const quint32 size = rate / 1000 * static_cast<quint32>(milliseconds) * 2;
-  QByteArray bytes;
-  QDataStream out(&bytes, QIODevice::WriteOnly);
-  out.setByteOrder(QDataStream::LittleEndian);
-  out.writeRawData("RIFF", 4);
-  out << quint32(36 + size);
-  out.writeRawData("WAVEfmt ", 8);
-  out << quint32(16) << quint16(1) << quint16(1) << rate << rate * 2 << quint16(2) << quint16(16);
-  out.writeRawData("data", 4);
-  out << size;
-  for (quint32 i = 0; i < size / 2; ++i) out << qint16(8000 * std::sin(i * 0.5));
-  return bytes;
-}
 
 class SoundTest : public ::testing::Test {
  protected:
@@ -41,8 +22,8 @@ class SoundTest : public ::testing::Test {
 
   void SetUp() override {
     if (!server) GTEST_SKIP() << "pulseaudio is not installed";
-    WriteFile(Short, ToneFile(400));
-    WriteFile(Long, ToneFile(20000));
+    WriteFile(Short, WaveFile({}, 400));
+    WriteFile(Long, WaveFile({}, 20000));
   }
 
   Sound::Finished Note(const char* name) {
@@ -114,7 +95,7 @@ TEST_F(SoundTest, WhatCannotBePlayedTakesNoTime) {
   const QString text = folder_.filePath(u"text.wav"_qs);
   const QString half = folder_.filePath(u"half.wav"_qs);
   WriteFile(text, "no sound at all");
-  WriteFile(half, ToneFile(400).left(40));
+  WriteFile(half, WaveFile({}, 400).left(40));
   PulseSound sound;
   for (const QString& path : {u"/nonexistent/x.wav"_qs, QString(), folder_.path(), text, half, u"/dev/zero"_qs}) {
     Finished.clear();
