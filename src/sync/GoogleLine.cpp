@@ -89,6 +89,7 @@ QString ParseGoogleRule(const QString& field, QString& start, QString& end) {
   QStringView token;
   for (qsizetype at = 0; at < field.size(); at += token.size() + 1) {
     token = TokenAt(field, at);
+    if (token.isEmpty()) continue;
     if (token == u"BEGIN:VTIMEZONE") outsideZone = false;
     if (token == u"END:VTIMEZONE") outsideZone = true;
     if (!outsideZone) continue;
