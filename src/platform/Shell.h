@@ -1,8 +1,15 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 namespace talnik {
+
+/// A window of another program; handle 0 where there is none or the desktop does not tell.
+struct ForeignWindowInfo {
+  quint64 handle = 0;
+  QString title = {};
+};
 
 /// What the desktop gives every program: its folders, the start with the session, opening things in other programs.
 class Shell {
@@ -23,6 +30,15 @@ class Shell {
 
   /// Opens a file or page in the program the user has for it. False when nothing would take it.
   virtual bool Open(const QString& path) = 0;
+  /// Starts a program, without a shell and without waiting for it. False when it cannot be started.
+  virtual bool Start(const QString& program, const QStringList& arguments) = 0;
+  /// Opens the settings of the desktop for people who cannot see the screen. False when it has none.
+  virtual bool OpenAccessibilitySettings() { return false; }
+
+  /// The window of another program that has the keyboard.
+  virtual ForeignWindowInfo WindowWithFocus() { return {}; }
+  /// True until the window has been closed.
+  virtual bool WindowExists(quint64) { return false; }
 };
 
 }  // namespace talnik

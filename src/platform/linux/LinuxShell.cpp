@@ -9,6 +9,9 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
+#include <QStandardPaths>
+#include <QStringList>
 #include <QUrl>
 
 #include <utility>
@@ -18,6 +21,19 @@ namespace talnik {
 namespace {
 
 const QString DesktopEntry = QStringLiteral("Desktop Entry");
+
+/// Where the desktops keep what concerns speech and the screen reader.
+struct DesktopSettings {
+  const char* desktop;  ///< part of XDG_CURRENT_DESKTOP
+  const char* program;
+  const char* arguments;  ///< one word at most
+};
+
+constexpr DesktopSettings kSettings[] = {{"GNOME", "gnome-control-center", "universal-access"},
+                                         {"KDE", "systemsettings", "kcm_access"},
+                                         {"MATE", "mate-at-properties", ""},
+                                         {"XFCE", "xfce4-accessibility-settings", ""},
+                                         {"Cinnamon", "cinnamon-settings", "accessibility"}};
 
 QString AutostartFile() {
   const QString folder = ConfigHome();
@@ -91,6 +107,21 @@ bool LinuxShell::Open(const QString& path) {
   const bool isAddress = path.contains(u"://"_qs) || path.startsWith(u"mailto:"_qs);
   if (!isAddress && !QFileInfo::exists(path)) return false;
   return QDesktopServices::openUrl(isAddress ? QUrl(path) : QUrl::fromLocalFile(path));
+}
+
+bool LinuxShell::Start(const QString& program, const QStringList& arguments) {
+  return QProcess::startDetached(program, arguments);
+}
+
+bool LinuxShell::OpenAccessibilitySettings() {
+  const QString desktop = qEnvironmentVariable("XDG_CURRENT_DESKTOP");
+  for (const DesktopSettings& settings : kSettings) {
+    if (!desktop.contains(QLatin1String(settings.desktop), Qt::CaseInsensitive)) continue;
+    const QString program = QStandardPaths::findExecutable(QString::fromLatin1(settings.program));
+    const QStringList arguments = QString::fromLatin1(settings.arguments).split(u' ', Qt::SkipEmptyParts);
+    if (!program.isEmpty() && QProcess::startDetached(program, arguments)) return true;
+  }
+  return false;
 }
 
 }  // namespace talnik

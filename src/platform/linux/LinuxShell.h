@@ -16,6 +16,10 @@ class LinuxShell : public Shell {
   bool AutostartOn() override;
   bool AutostartOff() override;
   bool Open(const QString& path) override;
+  bool Start(const QString& program, const QStringList& arguments) override;
+  bool OpenAccessibilitySettings() override;
+  ForeignWindowInfo WindowWithFocus() override;
+  bool WindowExists(quint64 handle) override;
 
  private:
   QString Program() const;
