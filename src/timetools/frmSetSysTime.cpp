@@ -91,6 +91,11 @@ void frmSetSysTime::BuildControls() {
   connect(cmdCancel, &QPushButton::clicked, this, [this] { cmdCancel_Click(); });
 }
 
+void frmSetSysTime::Suggest(const Date& time) {
+  fields_->Set(QString::number(time.Hour()).rightJustified(2, u'0'),
+               QString::number(time.Minute()).rightJustified(2, u'0'));
+}
+
 void frmSetSysTime::Open() {
   Load();
   Text1[TimeFields::Hours]->setFocus();
@@ -103,9 +108,7 @@ void frmSetSysTime::Load() {
     SetTag(TagSysTime);
     setWindowTitle(tr("Čas systému"));
     cmdSet->setText(tr("Nastavit čas"));
-    const Date now = Now();
-    fields_->Set(QString::number(now.Hour()).rightJustified(2, u'0'),
-                 QString::number(now.Minute()).rightJustified(2, u'0'));
+    Suggest(Now());
   } else if (CountdownMode) {
     SetTag(TagCountdown);
     setWindowTitle(tr("Minutky"));

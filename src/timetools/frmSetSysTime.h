@@ -37,6 +37,8 @@ class frmSetSysTime : public Form {
                 AlarmShifter shiftAlarm, QWidget* parent = nullptr);
   ~frmSetSysTime() override;
 
+  /// The time that the fields begin with, before Open; for the time of a task only.
+  void Suggest(const Date& time);
   /// Loads the window for its mode and shows it modally.
   void Open();
 
