@@ -21,7 +21,7 @@ constexpr MenuEntry kEntries[] = {
     {"mnuSyncLog", QT_TRANSLATE_NOOP("MainMenu", "Výsledek poslední synchronizace"), "mnuTalnik", State::NotBuilt},
     {"mnuSettings", QT_TRANSLATE_NOOP("MainMenu", "Nastavení programu"), "mnuTalnik", State::NotBuilt},
     {"mnuSettingsAccount", QT_TRANSLATE_NOOP("MainMenu", "Nastavení účtu"), "mnuTalnik", State::NotBuilt},
-    {"mnuSetServer", QT_TRANSLATE_NOOP("MainMenu", "Nastavení prostředí"), "mnuTalnik", State::NotBuilt},
+    {"mnuSetServer", QT_TRANSLATE_NOOP("MainMenu", "Nastavení prostředí"), "mnuTalnik", State::Ready},
     {"mnuDelSchedule", QT_TRANSLATE_NOOP("MainMenu", "Smazat talník"), "mnuTalnik", State::Ready},
     {"mnuSep0", "", "mnuTalnik", State::Separator},
     {"mnuHide", QT_TRANSLATE_NOOP("MainMenu", "Skrýt"), "mnuTalnik", State::Ready},
@@ -82,14 +82,14 @@ constexpr MenuEntry kEntries[] = {
     {"mnuTaskTodayAfter", QT_TRANSLATE_NOOP("MainMenu", "Vybraný den a novější"), "mnuEdit", State::Ready},
     {"mnuTaskAll", QT_TRANSLATE_NOOP("MainMenu", "Všechny"), "mnuEdit", State::Ready},
     {"mnuTaskAlarm", QT_TRANSLATE_NOOP("MainMenu", "S alarmy"), "mnuEdit", State::Ready},
-    {"mnuSpareTime", QT_TRANSLATE_NOOP("MainMenu", "Denní přehled Ctrl+Enter"), "mnuEdit", State::NotBuilt},
+    {"mnuSpareTime", QT_TRANSLATE_NOOP("MainMenu", "Denní přehled Ctrl+Enter"), "mnuEdit", State::Ready},
     {"mnuDelTodayTasks", QT_TRANSLATE_NOOP("MainMenu", "Smazat úkoly na tento den"), "mnuEdit", State::Ready},
     {"mnuGen100", QT_TRANSLATE_NOOP("MainMenu", "Gen100"), "mnuEdit", State::Hidden},
     {"mnuRefreshGUID", QT_TRANSLATE_NOOP("MainMenu", "Refresh GUID"), "mnuEdit", State::Hidden},
     {"mnuHelp", QT_TRANSLATE_NOOP("MainMenu", "Nápo&věda"), "", State::Group},
     {"mnuOpenHelp", QT_TRANSLATE_NOOP("MainMenu", "Otevři"), "mnuHelp", State::NotBuilt},
     {"mnuHelpCheckUpdate", QT_TRANSLATE_NOOP("MainMenu", "Zkontrolovat aktualizace"), "mnuHelp", State::NotBuilt},
-    {"mnuAbout", QT_TRANSLATE_NOOP("MainMenu", "O programu"), "mnuHelp", State::NotBuilt},
+    {"mnuAbout", QT_TRANSLATE_NOOP("MainMenu", "O programu"), "mnuHelp", State::Ready},
 };
 
 const QList<KeyCommand>& KeyCommands() {

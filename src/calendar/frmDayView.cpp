@@ -62,6 +62,12 @@ void frmDayView::BuildControls() {
     connect(button, &QRadioButton::toggled, this, [this, option](bool checked) {
       if (checked) optFreeTime_Click(option);
     });
+    // Else Enter would press the first button of the window.
+    events().KeyDown(button, [this](Key& key) {
+      if (!key.Is(Qt::Key_Return)) return;
+      key.Swallow();
+      List1->setFocus();
+    });
     options->addWidget(button);
     optFreeTime.at(place) = button;
   }

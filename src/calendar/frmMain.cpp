@@ -183,6 +183,7 @@ void frmMain::StartOutside() {
   mainTimer_ = std::make_unique<MainTimer>(*platform_.clock, countdown_, *alarms_, setting_, host);
   connect(&Timer1, &QTimer::timeout, this, [this] { mainTimer_->Tick(); });
   connect(&AutSync_Timer, &QTimer::timeout, this, [this] { AutSync_Timer_Timer(); });
+  connect(&BackToMainTimer, &QTimer::timeout, this, [this] { BackToMainTimer_Timer(); });
   Timer1.start(TickInterval);
 }
 

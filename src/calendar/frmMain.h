@@ -2,6 +2,7 @@
 
 #include "alarms/AlarmQueue.h"
 #include "alarms/frmAlarmBox.h"
+#include "calendar/BackToMain.h"
 #include "calendar/MainTimer.h"
 #include "calendar/MonthCalendar.h"
 #include "calendar/MonthKeys.h"
@@ -80,6 +81,7 @@ class frmMain : public QMainWindow, private TickHost {
 
   QTimer Timer1;
   QTimer AutSync_Timer;
+  QTimer BackToMainTimer;
 
  Q_SIGNALS:
   /// The program has ended in good order; the event loop may stop.
@@ -154,14 +156,28 @@ class frmMain : public QMainWindow, private TickHost {
   void mnuHolFind_Click();
   void FindName();
   void mnuExit_Click();
+  void mnuAbout_Click();
+  void mnuSetServer_Click();
+  void WaitForForeignWindow();
   void mnuInsertToClip_Click();
   void SetMenuEnabled(const char* name, bool enabled);
   void ShowTaskState(bool hasTasks);
   void RunFilter(const TaskFilter& filter);
   bool HoldsAnything(const TaskFilter& filter);
+  /// A new record to be asked for: its day, the time to begin with, and the window that asks when it is not this one,
+  /// with where the day goes on which the editor closes.
+  struct NewRecord {
+    QString dayText;
+    std::optional<Date> suggested = {};
+    QWidget* over = nullptr;
+    std::optional<Date>* shown = nullptr;
+  };
   void mnuNewRecord_Click();
+  bool EnterNewRecord(const NewRecord& wanted);
   bool TimePassedQuestion(const QString& dateText, const QString& timeText);
-  bool OpenEditor();
+  /// Opens the editor, above `over` unless that is empty. The day on which it closes is shown in the month list, or
+  /// goes to `shown` if there is one. False when it was swept away.
+  bool OpenEditor(QWidget* over = nullptr, std::optional<Date>* shown = nullptr);
   void mnuDelTodayTasks_Click();
   void mnuDelSchedule_Click();
   void mnuSearchRecord_Click();
@@ -174,6 +190,10 @@ class frmMain : public QMainWindow, private TickHost {
   bool RunExchange(const QString& title, const QString& phase, bool brief,
                    const std::function<void(const std::function<bool(qint64, qint64)>& progress)>& job);
   void TellImport(const CsvImport& result, const QString& failure);
+
+  // Day overview (frmMainDayView.cpp).
+  void mnuSpareTime_Click();
+  void ShowTasksOf(const Date& day, int recordsBefore, QWidget* over, std::optional<Date>& shown);
 
   // Timers (frmMainTimer.cpp).
   QString ShownTime() const override;
@@ -188,6 +208,7 @@ class frmMain : public QMainWindow, private TickHost {
   void SetCaption(const QString& caption);
   void SyncTimerSetting();
   void AutSync_Timer_Timer();
+  void BackToMainTimer_Timer();
 
   Speech& speech() const;
   FormServices& services() const;
@@ -211,6 +232,7 @@ class frmMain : public QMainWindow, private TickHost {
   NameDays nameDays_;
   NameSearch nameSearch_;
   AutSyncCount autSync_;
+  BackToMain backToMain_;
   std::unique_ptr<AlarmQueue> alarms_;
   std::unique_ptr<NamesField> namesField_;
   std::unique_ptr<MonthCalendar> calendar_;

@@ -12,6 +12,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHash>
 #include <QLineEdit>
@@ -28,8 +29,7 @@ void frmMain::SetMenuEnabled(const char* name, bool enabled) {
 }
 
 void frmMain::ShowTaskState(bool hasTasks) {
-  // The day overview (mnuSpareTime) joins these two once it is built.
-  for (const char* name : {"mnuDelTodayTasks", "mnuTaskToday"}) SetMenuEnabled(name, hasTasks);
+  for (const char* name : {"mnuSpareTime", "mnuDelTodayTasks", "mnuTaskToday"}) SetMenuEnabled(name, hasTasks);
 }
 
 frmMain::Command frmMain::FindCommand(const QString& name) {
@@ -51,6 +51,7 @@ frmMain::Command frmMain::FindCommand(const QString& name) {
       {u"mnuHolSave"_qs, [](frmMain& form) { form.namesField_->Keep(); }},
       {u"mnuInsertToClip"_qs, [](frmMain& form) { form.mnuInsertToClip_Click(); }},
       {u"mnuNewRecord"_qs, [](frmMain& form) { form.mnuNewRecord_Click(); }},
+      {u"mnuSpareTime"_qs, [](frmMain& form) { form.mnuSpareTime_Click(); }},
       {u"mnuSearchRecord"_qs, [](frmMain& form) { form.mnuSearchRecord_Click(); }},
       {u"mnuDelTodayTasks"_qs, [](frmMain& form) { form.mnuDelTodayTasks_Click(); }},
       {u"mnuDelSchedule"_qs, [](frmMain& form) { form.mnuDelSchedule_Click(); }},
@@ -58,6 +59,8 @@ frmMain::Command frmMain::FindCommand(const QString& name) {
       {u"mnuExport"_qs, [](frmMain& form) { form.mnuExport_Click(); }},
       {u"mnuHide"_qs, [](frmMain& form) { form.HideWindow(); }},
       {u"mnuExit"_qs, [](frmMain& form) { form.mnuExit_Click(); }},
+      {u"mnuSetServer"_qs, [](frmMain& form) { form.mnuSetServer_Click(); }},
+      {u"mnuAbout"_qs, [](frmMain& form) { form.mnuAbout_Click(); }},
   };
   return commands.value(name);
 }
@@ -91,6 +94,20 @@ void frmMain::mnuExit_Click() {
   ExitCommand = ExitForGoodCommand;
   HideOnClose = false;
   close();
+}
+
+/// Where nothing is installed to tell about the program, it tells itself.
+void frmMain::mnuAbout_Click() {
+  if (platform_.shell->Open(look_.FamilyFolderWithSlash() + u"lm_about.vbs"_qs)) return WaitForForeignWindow();
+  RunModal(Afterwards::IsSilent, [this] {
+    dialogs().Tell(tr("Talník") + u' ' + QCoreApplication::applicationVersion() + u'\n' +
+                   tr("Mluvící diář pro lidi, kteří nevidí na obrazovku."));
+  });
+}
+
+void frmMain::mnuSetServer_Click() {
+  if (platform_.shell->OpenAccessibilitySettings()) return WaitForForeignWindow();
+  RunModal(Afterwards::IsSilent, [this] { dialogs().Tell(tr("Nastavení prostředí tu není k dispozici.")); });
 }
 
 void frmMain::mnuInsertToClip_Click() {

@@ -99,6 +99,7 @@ void frmMain::End() {
   ended_ = true;
   Timer1.stop();
   AutSync_Timer.stop();
+  BackToMainTimer.stop();
   const bool namesKept = nameDays_.SaveNames(paths_.Names, *platform_.codePage);
   if (!namesKept && namesField_->NamesChanged) dialogs().Tell(tr("Chyba dat: ") + paths_.Names);
   speech().StopSpeech();

@@ -41,40 +41,50 @@ void frmMain::RunFilter(const TaskFilter& filter) {
   if (OpenEditor()) calendar_->SetTodayState(false);
 }
 
-bool frmMain::OpenEditor() {
-  return RunModal(Afterwards::Speaks, [this] {
-    frmSchedule form(services(),
-                     EditorContext{.store = *store_,
-                                   .state = editor_,
-                                   .timeZone = *platform_.timeZone,
-                                   .recorder = *platform_.recorder,
-                                   .paths = paths_,
-                                   .names = names_,
-                                   .registerAlarm = [this] { alarms_->RegisterAlarm(); },
-                                   .showDate = [this](const Date& day) { calendar_->ShowDate(day); },
-                                   .skipFocusSpeech = [this] { view_.SkipFocusSpeech = true; }},
-                     this);
+bool frmMain::OpenEditor(QWidget* over, std::optional<Date>* shown) {
+  return RunModal(Afterwards::Speaks, [this, over, shown] {
+    frmSchedule form(
+        services(),
+        EditorContext{
+            .store = *store_,
+            .state = editor_,
+            .timeZone = *platform_.timeZone,
+            .recorder = *platform_.recorder,
+            .paths = paths_,
+            .names = names_,
+            .registerAlarm = [this] { alarms_->RegisterAlarm(); },
+            .showDate = [this, shown](const Date& day) { shown ? void(*shown = day) : calendar_->ShowDate(day); },
+            .skipFocusSpeech = [this] { view_.SkipFocusSpeech = true; }},
+        over ? over : this);
     form.Run();
   });
 }
 
 void frmMain::mnuNewRecord_Click() {
+  if (EnterNewRecord({SelectedDayText()})) calendar_->SetTodayState(false);
+}
+
+/// False when the command ends without a word: it was swept away, or the user did not want a time that has passed.
+bool frmMain::EnterNewRecord(const NewRecord& wanted) {
   editor_.HasEndPreset = false;
-  editor_.RecordDate = SelectedDayText();
+  editor_.RecordDate = wanted.dayText;
   entry_.StartTask(editor_.RecordDate);
-  const bool goesOn = RunModal(Afterwards::Speaks, [this] {
-    frmSetSysTime form(services(), names_, entry_, countdown_, {}, this);
+  const bool goesOn = RunModal(Afterwards::Speaks, [this, &wanted] {
+    frmSetSysTime form(services(), names_, entry_, countdown_, {}, wanted.over ? wanted.over : this);
+    if (wanted.suggested) form.Suggest(*wanted.suggested);
     form.Open();
   });
   editor_.RecordDate = goesOn && !entry_.TaskTimeCancelled ? entry_.TaskTimeText : QString();
-  if (!goesOn) return;
-  if (!editor_.RecordDate.isEmpty()) {
-    if (TimePassedQuestion(editor_.RecordDate, QString())) return editor_.RecordDate.clear();
+  if (!goesOn) return false;
+  if (editor_.RecordDate.isEmpty()) return true;
+  bool entered = false;
+  if (!TimePassedQuestion(editor_.RecordDate, QString())) {
     editor_.HasEndPreset = entry_.HasEndPreset;
     editor_.EndPreset = entry_.EndPreset;
-    if (!OpenEditor()) return editor_.RecordDate.clear();
+    entered = OpenEditor(wanted.over, wanted.shown);
   }
-  calendar_->SetTodayState(false);
+  if (!entered) editor_.RecordDate.clear();
+  return entered;
 }
 
 /// True when the time has passed and the user does not want it.

@@ -11,6 +11,7 @@ namespace talnik {
 namespace {
 
 constexpr int MinuteInterval = 60000;
+constexpr int BackToMainInterval = 500;
 
 }  // namespace
 
@@ -96,6 +97,20 @@ void frmMain::AutSync_Timer_Timer() {
   if (!autSync_.Tick(setting_.AutSync) || !sync->isEnabled()) return;
   view_.SilentSync = true;
   sync->trigger();
+}
+
+void frmMain::WaitForForeignWindow() {
+  backToMain_.Start();
+  BackToMainTimer.start(BackToMainInterval);
+}
+
+void frmMain::BackToMainTimer_Timer() {
+  if (!backToMain_.Tick(*platform_.shell)) return;
+  BackToMainTimer.stop();
+  setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowMaximized);
+  if (GoToOpenWindow()) return;
+  raise();
+  activateWindow();
 }
 
 }  // namespace talnik
