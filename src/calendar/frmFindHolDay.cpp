@@ -31,10 +31,8 @@ frmFindHolDay::frmFindHolDay(FormServices& services, QWidget* parent)
   Command1->setDefault(true);
 
   MakeTextBox(Text1, 0, events(), speech());
-  events().GotFocus(Text1, [this] { speech().FocusRead(windowTitle(), Text1->text()); });
-  for (QPushButton* button : {Command1, cmdCancel}) {
-    events().GotFocus(button, [this, button] { speech().FocusRead(QString(), button->text().remove(u'&')); });
-  }
+  events().GotFocus(Text1, [this, label] { title_.FocusRead(speech(), label->text(), Text1->text()); });
+  for (QPushButton* button : {Command1, cmdCancel}) LetButtonSpeak(button, events(), speech(), title_);
   connect(Command1, &QPushButton::clicked, this, [this] {
     searchText_ = Text1->text();
     accept();
@@ -45,6 +43,7 @@ frmFindHolDay::frmFindHolDay(FormServices& services, QWidget* parent)
 QString frmFindHolDay::Open() {
   searchText_.clear();
   Text1->setFocus();
+  title_.Set(windowTitle());
   ShowModal();
   return searchText_;
 }

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "shell/FocusSpeech.h"
 #include "shell/Form.h"
 
 class QLineEdit;
@@ -22,6 +23,7 @@ class frmFindHolDay : public Form {
   QPushButton* cmdCancel;
 
  private:
+  OpeningTitle title_;
   QString searchText_;
 };
 
