@@ -67,7 +67,9 @@ std::optional<QByteArray> ReadCsvFile(const QString& path, QString& reason) {
 
 bool WriteCsvFile(const QString& path, const QByteArray& bytes, QString& reason) {
   QSaveFile file(path);
-  if (file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit()) return true;
+  // A disk that fills up within the last write shows in the flush only; commit would take the shortened file.
+  const bool written = file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.flush();
+  if (written && file.commit()) return true;
   reason = QFileInfo(path).isDir() ? NoFileText() : ReasonText(file.error());
   return false;
 }

@@ -125,8 +125,14 @@ class FakeShell : public Shell {
     Opened << path;
     return true;
   }
+  bool Start(const QString& program, const QStringList& arguments) override {
+    Started << program + u' ' + arguments.join(u' ');
+    return Starts;
+  }
   QString LocalData;
   QString Installed;
+  QStringList Started;
+  bool Starts = true;
   bool Autostart = false;
   QStringList Opened;
 };

@@ -173,12 +173,7 @@ TEST_F(SyncTest, EveryOtherEndLeavesTheStoreAndSaysWhy) {
       {"Nelze spustit převodní aplikaci: ", [this] { world.shell.Starts = false; }, nothing},
       {"Chyba zápisu. Zkontrolujte přístupové údaje.", nothing, [this] { box->Write(u"#Error"_qs); }, true},
       {"Vypršel čas pro získání dat. Zopakujte žádost později.", nothing, done},
-      {"Chyba dat: ", nothing,
-       [this, done] {
-         QDir().mkpath(paths.GgData);
-         done();
-       }},
-      {"Chyba dat: ", [this] { QDir().mkpath(paths.LmData); }, nothing},
+      {"Chyba dat: ", [this] { QFile::remove(paths.LmData) && QDir().mkpath(paths.LmData); }, nothing},
   };
   for (const Case& test : cases) {
     test.before();
@@ -198,7 +193,6 @@ TEST_F(SyncTest, EveryOtherEndLeavesTheStoreAndSaysWhy) {
     setting.User = u"jana"_qs;
     world.shell.Starts = true;
     Write(paths.SyncAgent, "agent");
-    QDir(paths.GgData).removeRecursively();
     QDir(paths.LmData).removeRecursively();
   }
 }
