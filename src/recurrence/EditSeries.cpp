@@ -251,6 +251,8 @@ bool RuleChange::Replace() {
 
 void RuleChange::DeleteNotes() const {
   for (const QString& note : notes_) {
+    // The new root names it still.
+    if (note == edit_.note.trimmed()) continue;
     // A bare name would be looked for in whatever folder the program happens to stand in.
     if (QDir::isAbsolutePath(note) && FileExists(note)) QFile::remove(note);
   }

@@ -228,17 +228,20 @@ TEST_F(RuleChangeTest, WithoutARootItIsToldSo) {
   }
 }
 
-TEST_F(RuleChangeTest, RemovesTheNotesOfTheOldSeriesButNamesTheOpenOne) {
+TEST_F(RuleChangeTest, RemovesTheNotesOfTheOldSeriesButTheOneThatTheNewNames) {
   const QString note = series.folder.filePath(u"K15083.241"_qs);
+  const QString other = series.folder.filePath(u"K15083.242"_qs);
   const QString plain = series.folder.filePath(u"note"_qs);
-  series.Touch(note);
-  series.Touch(plain);
+  for (const QString& path : {note, other, plain}) series.Touch(path);
   series.AddMember(StatusDeleted, series.id + u"_20240106T080000Z"_qs, "6.1.2024 9:00");
+  series.AddMember(StatusChanged, series.id + u"_20240107T080000Z"_qs, "7.1.2024 9:00");
   series.store.Execute({u"UPDATE schedule SET wav=? WHERE status=9"_qs, {note}});
   series.store.Execute({u"UPDATE schedule SET wav=? WHERE status=8"_qs, {plain}});
+  series.store.Execute({u"UPDATE schedule SET wav=? WHERE status=2"_qs, {other}});
   edit.note = u" "_qs + note;
   EXPECT_TRUE(Change());
-  EXPECT_FALSE(QFile::exists(note));
+  EXPECT_TRUE(QFile::exists(note));
+  EXPECT_FALSE(QFile::exists(other));
   EXPECT_TRUE(QFile::exists(plain)) << "a name without a dot is none of a note";
   EXPECT_EQ(series.Rows(statements::Roots()).at(0).wav, note);
 }
