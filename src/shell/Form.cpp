@@ -116,7 +116,11 @@ void Form::SetTag(int tag) {
 
 int Form::ShowModal() {
   TakeRoom();
-  return exec();
+  const QPointer<QWidget> owner = parentWidget() ? parentWidget()->window() : nullptr;
+  const int result = exec();
+  // Where several windows close one after the other, the desktop may leave the keyboard to none of ours.
+  if (owner && owner->isVisible() && !owner->isMinimized()) owner->activateWindow();
+  return result;
 }
 
 void Form::ShowAndGoOn() {
