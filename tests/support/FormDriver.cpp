@@ -13,7 +13,11 @@ namespace talnik::test {
 
 FormDriver::FormDriver() {
   poll_.setInterval(0);
-  QObject::connect(&poll_, &QTimer::timeout, this, [this] { LookForDialog(); });
+  QObject::connect(&poll_, &QTimer::timeout, this, [this] {
+    // A timer does not run within its own handler, unless it begins anew: an answer may open a dialog itself.
+    poll_.start();
+    LookForDialog();
+  });
   poll_.start();
 }
 
