@@ -116,7 +116,7 @@ QString ToDate(int number) {
 QString FormatItem(const DayItem& item, bool withText) {
   QStringList words;
   // An end at the start is how a record without an end is kept.
-  const bool hasEnd = item.end && item.end != item.start;
+  const bool hasEnd = item.end && (item.isGap || item.end != item.start);
   const bool timed = (item.start && item.start->HasTime()) || (hasEnd && item.end->HasTime()) || item.isGap;
   if (item.start && timed) words << HourAndMinute(*item.start);
   if (hasEnd) {
