@@ -38,45 +38,50 @@ bool AddMissingColumns(Store& store) {
   return added;
 }
 
-void GiveGuids(Store& store) {
+/// False when the rows could not be read.
+bool GiveGuids(Store& store) {
   QList<qint64> rows;
-  store.ForEachRow({u"SELECT rowid FROM schedule WHERE guid IS NULL"_qs, {}}, [&rows](const StoreRow& row) {
-    rows.append(row.Number(0));
-    return true;
-  });
-  if (rows.isEmpty()) return;
+  const bool read =
+      store.ForEachRow({u"SELECT rowid FROM schedule WHERE guid IS NULL"_qs, {}}, [&rows](const StoreRow& row) {
+        rows.append(row.Number(0));
+        return true;
+      });
+  if (!read || rows.isEmpty()) return read;
   store.InTransaction([&] {
     for (const qint64 row : rows) {
       if (!store.Execute({u"UPDATE schedule SET guid=? WHERE rowid=?"_qs, {NewGuidText(), row}})) return false;
     }
     return true;
   });
+  return true;
 }
 
-/// Fills a column of the rows that have nothing in it. Where there are none nothing is written.
-void FillGaps(Store& store, const QString& column, const QString& value) {
+/// Fills a column of the rows that have nothing in it. Where there are none nothing is written. False when the rows
+/// could not be read.
+bool FillGaps(Store& store, const QString& column, const QString& value) {
   const QString rows = u" WHERE "_qs + column + u" IS NULL"_qs;
   bool any = false;
-  store.ForEachRow({u"SELECT 1 FROM schedule"_qs + rows + u" LIMIT 1"_qs, {}}, [&any](const StoreRow&) {
-    any = true;
-    return false;
-  });
+  const bool read =
+      store.ForEachRow({u"SELECT 1 FROM schedule"_qs + rows + u" LIMIT 1"_qs, {}}, [&any](const StoreRow&) {
+        any = true;
+        return false;
+      });
   if (any) store.Execute({u"UPDATE schedule SET "_qs + column + u'=' + value + rows, {}});
+  return read;
 }
 
 }  // namespace
 
 bool RepairSchedule(Store& store) {
-  if (!store.Open() || !HasTable(store) || !CanBeWritten(store)) return false;
+  if (!HasTable(store) || !CanBeWritten(store)) return false;
   if (AddMissingColumns(store)) {
     // Opened anew, the store gets the indexes that lean on the new columns.
     store.Close();
     store.Open();
   }
-  GiveGuids(store);
-  FillGaps(store, u"appdur"_qs, u"apptime"_qs);
-  FillGaps(store, u"status"_qs, QString::number(StatusSingle));
-  return true;
+  const bool guids = GiveGuids(store);
+  const bool ends = FillGaps(store, u"appdur"_qs, u"apptime"_qs);
+  return FillGaps(store, u"status"_qs, QString::number(StatusSingle)) && guids && ends;
 }
 
 }  // namespace talnik

@@ -6,7 +6,7 @@ namespace talnik {
 
 /// Brings a store of any older version up to date and fills the gaps of old rows: missing columns are added, rows
 /// without guid get a fresh one, without appdur their start, without status StatusSingle. False when the store cannot
-/// be opened or has no table `schedule`.
+/// be read or written or has no table `schedule`.
 bool RepairSchedule(Store& store);
 
 }  // namespace talnik

@@ -64,7 +64,8 @@ class Store {
   /// last mark, this one; nothing when that cannot be told. What an undone transaction had written may be among them.
   std::optional<QSet<QString>> SeriesWrittenSince(qint64 mark) const;
 
-  /// Told once for each stretch of failing writes, outside of any transaction: a sentence for the user.
+  /// Told once for each stretch of failing writes, and of reads that find the file damaged or missing, outside of any
+  /// transaction: a sentence for the user.
   std::function<void(const QString& what)> WriteFailed;
 
  private:

@@ -121,6 +121,15 @@ bool Store::Impl::Failed(int error) {
   return false;
 }
 
+bool Store::Impl::Unread(int error) {
+  if (!IsBroken(error)) return false;
+  const QString text = ReadFailureText(error, connection ? connection->Db() : nullptr, store.Path());
+  Drop();
+  if (!std::exchange(unreadable_, true) && untold_.isEmpty()) untold_ = text;
+  if (transactionDepth_ == 0) Tell();
+  return false;
+}
+
 void Store::Impl::Tell() {
   const QString text = std::exchange(untold_, QString());
   if (!text.isEmpty() && store.WriteFailed) store.WriteFailed(text);
@@ -150,17 +159,18 @@ void Store::Impl::Succeeded(qint64 changesBefore) {
 bool Store::Impl::Read(const Statement& statement, const std::function<bool(const Running&)>& row) {
   int error = SQLITE_OK;
   Connection* open = Ready(error);
-  if (!open) return false;
+  if (!open) return Unread(error);
   {
     const Counted counted(statementsRunning_);
     Running running(*open, statement.sql);
     running.Bind(statement.values);
     while ((error = running.Step()) == SQLITE_ROW) {
-      if (!row(running)) return true;
+      if (!row(running)) break;
     }
   }
-  if (IsBroken(error)) Drop();
-  return error == SQLITE_DONE;
+  if (error != SQLITE_DONE && error != SQLITE_ROW) return Unread(error);
+  unreadable_ = false;
+  return true;
 }
 
 bool Store::Impl::Begin() {
@@ -264,7 +274,10 @@ bool Store::Impl::CountsAreCurrent(Connection& open) {
 std::optional<qint64> Store::Impl::Count(const Statement& statement) {
   int error = SQLITE_OK;
   Connection* open = Ready(error);
-  if (!open) return {};
+  if (!open) {
+    Unread(error);
+    return {};
+  }
   // To count all rows means to read a whole index, and the month list asks for it at every move.
   const bool keep = statement.values.isEmpty();
   if (keep && !CountsAreCurrent(*open)) counts_.clear();

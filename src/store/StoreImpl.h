@@ -38,6 +38,8 @@ struct Store::Impl {
 
   /// Keeps account of a write that failed with this code of SQLite; always false.
   bool Failed(int error);
+  /// The same for a read. A file that another program holds for a moment is nothing to tell of.
+  bool Unread(int error);
 
   Store& store;
   SeriesWatch seriesWatch;
@@ -60,6 +62,7 @@ struct Store::Impl {
   int transactionDepth_ = 0;
   bool transactionFailed_ = false;
   bool failing_ = false;
+  bool unreadable_ = false;  ///< as the last read has found the file
   QString untold_;
   qint64 lastRow_ = 0;
   QHash<QString, qint64> counts_;

@@ -33,7 +33,7 @@ QString ReasonOf(int error, sqlite3* db, const QString& path) {
     case SQLITE_CANTOPEN:
     case SQLITE_PERM:
     case SQLITE_AUTH:
-      return Reason(QT_TRANSLATE_NOOP("Store", "soubor nebo složku nelze otevřít k zápisu")) + u": "_qs + path;
+      return Reason(QT_TRANSLATE_NOOP("Store", "soubor nebo složku nelze otevřít")) + u": "_qs + path;
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
       return Reason(QT_TRANSLATE_NOOP("Store", "soubor je poškozený")) + u": "_qs + path;
@@ -50,6 +50,10 @@ QString ReasonOf(int error, sqlite3* db, const QString& path) {
 
 QString WriteFailureText(int error, sqlite3* db, const QString& path) {
   return Reason(QT_TRANSLATE_NOOP("Store", "Data se nepodařilo uložit, %1.")).arg(ReasonOf(error, db, path));
+}
+
+QString ReadFailureText(int error, sqlite3* db, const QString& path) {
+  return Reason(QT_TRANSLATE_NOOP("Store", "Data se nepodařilo přečíst, %1.")).arg(ReasonOf(error, db, path));
 }
 
 }  // namespace talnik

@@ -2,112 +2,98 @@
 #include "store/Repair.h"
 #include "store/StoreFile.h"
 
+#include <QFile>
+
 namespace talnik::test {
 namespace {
 
 using Fault = FaultyDisk::Fault;
 
-class FailureTest : public testing::Test {
+/// A store of 100 rows on a disk that fails at a word.
+class FailureTest : public StoreFile {
  protected:
   FailureTest() {
-    EXPECT_TRUE(CreateStore(path));
-    store.emplace(path);
-    store->WriteFailed = [this](const QString& what) {
+    store.WriteFailed = [this](const QString& what) {
       told << what;
-      EXPECT_TRUE(store->Open()) << "told within a transaction";
+      EXPECT_TRUE(!mayOpen || store.Open()) << "told within a transaction";
     };
-    EXPECT_TRUE(store->InTransaction([this] {
-      for (int i = 0; i < 100; ++i) store->Insert(Row(u"old"_qs, u"15.1.2024"_qs));
+    EXPECT_TRUE(store.InTransaction([this] {
+      for (int i = 0; i < 100; ++i) store.Insert(Row(u"old"_qs, u"15.1.2024"_qs));
       return true;
     }));
   }
-
-  bool InsertOne() { return store->Insert(Row(u"new"_qs, u"15.1.2024"_qs)); }
-  qint64 Count() { return store->Number(statements::CountAll()).value_or(-1); }
-
-  FaultyDisk disk;
-  QTemporaryDir folder;
-  QString path = folder.filePath(u"talnik.MDB"_qs);
-  std::optional<Store> store;
-  QStringList told;
+  bool InsertOne() { return store.Insert(Row(u"new"_qs, u"15.1.2024"_qs)); }
+  bool mayOpen = true;
 };
 
-struct FaultCase {
-  const char* name;
-  Fault fault;
-  const char* reason;
-  bool openAnew;  ///< the fault is met at the opening
-};
+struct FaultyDiskTest : FaultyDisk, FailureTest {};
 
-void PrintTo(const FaultCase& test, std::ostream* stream) {
-  *stream << test.name;
+TEST_F(FaultyDiskTest, EveryFaultIsToldOnceLosesNothingAndIsFoundAtTheStart) {
+  const struct {
+    Fault met;
+    const char* reason;
+    bool openAnew = false;  ///< the fault is met at the opening
+  } cases[] = {{Fault::Full, "disk je plný"},
+               {Fault::ReadOnlyFile, "jen pro čtení", true},
+               {Fault::ReadOnlyFolder, "nelze otevřít"},
+               {Fault::WriteError, "chyba disku"},
+               {Fault::SyncError, "chyba disku"}};
+  qint64 kept = 100;
+  for (const auto& [met, reason, openAnew] : cases) {
+    SCOPED_TRACE(static_cast<int>(met));
+    const auto set = [this, openAnew = openAnew](Fault next) {
+      fault = next;
+      if (openAnew) store.Close();
+    };
+    told.clear();
+    set(met);
+    EXPECT_FALSE(InsertOne());
+    EXPECT_FALSE(store.InTransaction([&] { return InsertOne() || true; }));
+    auto rows = Browse(statements::All());
+    ScheduleRecord changed = rows->Row();
+    changed.appointment = u"x"_qs;
+    EXPECT_FALSE(rows->Update(changed) || rows->Delete());
+    EXPECT_EQ(Count(), kept);
+    ASSERT_EQ(told.size(), 1) << told.join(u'|').toStdString();
+    EXPECT_TRUE(told[0].contains(QString::fromUtf8(reason))) << told[0].toStdString();
+
+    // Once the disk takes a write, the next failure is a new one.
+    set(Fault::None);
+    EXPECT_TRUE(InsertOne());
+    EXPECT_EQ(Count(), ++kept);
+    set(met);
+    EXPECT_FALSE(InsertOne());
+    EXPECT_EQ(told.size(), 2);
+
+    store.Close();
+    // A disk that fails only when it is told to keep what it was given shows it at the first write that is kept.
+    EXPECT_EQ(RepairSchedule(store), met == Fault::SyncError);
+    set(Fault::None);
+    EXPECT_TRUE(InsertOne());
+    ++kept;
+  }
 }
 
-class EveryFault : public FailureTest, public testing::WithParamInterface<FaultCase> {};
-
-TEST_P(EveryFault, IsToldOnceAndLosesNothing) {
-  disk.fault = GetParam().fault;
-  if (GetParam().openAnew) store->Close();
-  EXPECT_FALSE(InsertOne());
-  EXPECT_FALSE(store->InTransaction([&] {
-    InsertOne();
-    return true;
-  }));
-  auto rows = Recordset::Open(*store, statements::All());
-  ASSERT_NE(rows, nullptr);
-  ScheduleRecord changed = rows->Row();
-  changed.appointment = u"x"_qs;
-  EXPECT_FALSE(rows->Update(changed));
-  EXPECT_FALSE(rows->Delete());
-  EXPECT_EQ(Count(), 100);
-  ASSERT_EQ(told.size(), 1) << told.join(u'|').toStdString();
-  EXPECT_TRUE(told[0].contains(QString::fromUtf8(GetParam().reason))) << told[0].toStdString();
-
-  // Once the disk takes a write, the next failure is a new one.
-  disk.fault = Fault::None;
-  if (GetParam().openAnew) store->Close();
-  EXPECT_TRUE(InsertOne());
-  EXPECT_EQ(Count(), 101);
-  disk.fault = GetParam().fault;
-  if (GetParam().openAnew) store->Close();
-  EXPECT_FALSE(InsertOne());
-  EXPECT_EQ(told.size(), 2);
-}
-
-TEST_P(EveryFault, IsFoundAtTheStart) {
-  disk.fault = GetParam().fault;
-  store->Close();
-  // A disk that fails only when it is told to keep what it was given shows it at the first write that is kept.
-  EXPECT_EQ(RepairSchedule(*store), GetParam().fault == Fault::SyncError);
-}
-
-INSTANTIATE_TEST_SUITE_P(Disk, EveryFault,
-                         testing::Values(FaultCase{"Full", Fault::Full, "disk je plný", false},
-                                         FaultCase{"ReadOnlyFile", Fault::ReadOnlyFile, "jen pro čtení", true},
-                                         FaultCase{"ReadOnlyFolder", Fault::ReadOnlyFolder, "nelze otevřít", false},
-                                         FaultCase{"WriteError", Fault::WriteError, "chyba disku", false},
-                                         FaultCase{"SyncError", Fault::SyncError, "chyba disku", false}));
-
-TEST_F(FailureTest, AFaultAtAnyWriteLeavesTheOldStateOrTheNew) {
-  for (int writes = 0; writes < 60; ++writes) {
-    disk.fault = Fault::WriteError;
-    disk.writesLeft = writes;
-    const bool kept = store->InTransaction([&] {
-      store->Execute({u"UPDATE schedule SET appointment='changed',guid=hex(randomblob(16))"_qs, {}});
-      return true;
+TEST_F(FaultyDiskTest, AFaultAtAnyWriteLeavesTheOldStateOrTheNew) {
+  for (writesLeft = 0; writesLeft < 60;) {
+    const int writes = writesLeft;
+    fault = Fault::WriteError;
+    const bool kept = store.InTransaction([&] {
+      return store.Execute({u"UPDATE schedule SET appointment='changed',guid=hex(randomblob(16))"_qs, {}}) || true;
     });
-    disk.fault = Fault::None;
-    store->Close();
-    const auto changed = store->Number({u"SELECT count(*) FROM schedule WHERE appointment='changed'"_qs, {}});
+    fault = Fault::None;
+    store.Close();
+    const auto changed = store.Number({u"SELECT count(*) FROM schedule WHERE appointment='changed'"_qs, {}});
     ASSERT_EQ(changed, kept ? 100 : 0) << "after " << writes << " writes";
     if (kept) return;
+    writesLeft = writes + 1;
   }
   ADD_FAILURE() << "never went through";
 }
 
-TEST_F(FailureTest, AFileThatAnotherProgramHoldsIsNotWaitedForTwice) {
+TEST_F(FaultyDiskTest, AFileThatAnotherProgramHoldsIsNotWaitedForTwice) {
   Store other(path);
-  disk.slept = 0;
+  slept = 0;
   other.InTransaction([&] {
     other.Insert(Row(u"theirs"_qs, u"15.1.2024"_qs));
     for (int i = 0; i < 20; ++i) EXPECT_FALSE(InsertOne());
@@ -115,12 +101,31 @@ TEST_F(FailureTest, AFileThatAnotherProgramHoldsIsNotWaitedForTwice) {
     for (int i = 0; i < 20; ++i) EXPECT_FALSE(late.Insert(ScheduleRecord()));
     return true;
   });
-  EXPECT_GT(disk.slept, 0);
-  EXPECT_LE(disk.slept, 2 * 50'000);
+  EXPECT_GT(slept, 0);
+  EXPECT_LE(slept, 2 * 50'000);
   EXPECT_EQ(told.size(), 1);
   EXPECT_TRUE(told.value(0).contains(u"jiný program"_qs));
   EXPECT_TRUE(InsertOne());
   EXPECT_EQ(Count(), 102);
+}
+
+TEST_F(FailureTest, AFileThatCannotBeReadIsToldOnce) {
+  mayOpen = false;
+  QFile::rename(path, folder.filePath(u"away"_qs));
+  for (int move = 0; move < 3; ++move) EXPECT_FALSE(store.Number(statements::CountOfDay(At(u"15.1.2024"_qs))));
+  EXPECT_EQ(told, QStringList(u"Data se nepodařilo přečíst, soubor chybí: %1."_qs.arg(path)));
+
+  QFile file(folder.filePath(u"away"_qs));
+  ASSERT_TRUE(file.rename(path));
+  EXPECT_EQ(Count(), 100);
+  store.Close();
+  ASSERT_TRUE(file.open(QIODevice::ReadWrite) && file.seek(4096)) << "behind the first page";
+  file.write(QByteArray(static_cast<qsizetype>(file.size()) - 4096, 'x'));
+  file.close();
+  told.clear();
+  for (int move = 0; move < 3; ++move) EXPECT_EQ(Found(statements::All()), "(unreadable)");
+  EXPECT_EQ(told, QStringList(u"Data se nepodařilo přečíst, soubor je poškozený: %1."_qs.arg(path)));
+  EXPECT_FALSE(RepairSchedule(store));
 }
 
 }  // namespace

@@ -1,7 +1,6 @@
+#include "platform/Places.h"
 #include "store/Repair.h"
 #include "store/StoreFile.h"
-
-#include <QSet>
 
 #include <sqlite3.h>
 
@@ -29,18 +28,13 @@ TEST_F(RepairTest, BringsAnOldStoreUpToDate) {
   EXPECT_FALSE(old.Insert(ScheduleRecord())) << "columns are missing yet";
   ASSERT_TRUE(RepairSchedule(old));
   std::vector<ScheduleRecord> rows;
-  old.ForEach(statements::All(), [&rows](const ScheduleRecord& row) {
-    rows.push_back(row);
-    return true;
-  });
+  old.ForEach(statements::All(), [&rows](const ScheduleRecord& row) { return (rows.push_back(row), true); });
   ASSERT_EQ(rows.size(), 2U);
   EXPECT_EQ(rows[0].appdur, rows[0].apptime);
   EXPECT_EQ(rows[1].appdur, At(u"16.1.2024 6:00"_qs));
   for (const ScheduleRecord& row : rows) {
-    EXPECT_EQ(row.status, StatusSingle);
-    EXPECT_EQ(row.guid.size(), 32);
-    EXPECT_FALSE(row.alarmfired);
-    EXPECT_FALSE(row.alarmtime || row.reftime || row.spawntime);
+    EXPECT_TRUE(row.status == StatusSingle && row.guid.size() == 32);
+    EXPECT_FALSE(row.alarmfired || row.alarmtime || row.reftime || row.spawntime);
   }
   EXPECT_NE(rows[0].guid, rows[1].guid);
   EXPECT_TRUE(old.Insert(rows[0]));
@@ -65,13 +59,10 @@ TEST_F(RepairTest, FillsOnlyTheGaps) {
 TEST_F(RepairTest, LeavesASoundStoreUntouched) {
   ASSERT_TRUE(RepairSchedule(store));
   store.Close();
-  QFile file(path);
-  file.open(QIODevice::ReadOnly);
-  const QByteArray before = file.readAll();
+  const QByteArray before = ReadFile(path);
   ASSERT_TRUE(RepairSchedule(store));
   store.Close();
-  file.seek(0);
-  EXPECT_TRUE(file.readAll() == before);
+  EXPECT_TRUE(ReadFile(path) == before);
 }
 
 TEST_F(RepairTest, RefusesWhatHasNoTableOrCannotBeWritten) {

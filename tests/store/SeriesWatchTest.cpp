@@ -21,12 +21,6 @@ struct SeriesWatchTest : StoreFile {
     return sorted.join(u' ').toStdString();
   }
 
-  std::string After(const Statement& statement) {
-    const qint64 mark = store.MarkSeries();
-    EXPECT_TRUE(store.Execute(statement)) << statement.sql.toStdString();
-    return Since(mark);
-  }
-
   QStringList Indexes() {
     QStringList indexes;
     store.ForEachRow({u"SELECT sql FROM sqlite_schema WHERE type='index' ORDER BY name"_qs, {}},
@@ -49,17 +43,24 @@ TEST_F(SeriesWatchTest, NotesTheSeriesThatEachKindOfWriteTouches) {
     EXPECT_TRUE(store.Insert(Member(guid, status)));
   }
   EXPECT_EQ(Since(mark), "changed deleted root spawned");
-  EXPECT_EQ(After({u"UPDATE schedule SET appointment='x' WHERE status=9"_qs, {}}), "root");
-  EXPECT_EQ(After({u"UPDATE schedule SET guid='other' WHERE status=1"_qs, {}}), "other spawned");
-  EXPECT_EQ(After({u"UPDATE schedule SET status=0 WHERE status=2"_qs, {}}), "changed");
-  EXPECT_EQ(After({u"UPDATE schedule SET status=9 WHERE guid='single'"_qs, {}}), "single");
-  EXPECT_EQ(After({u"UPDATE schedule SET alarm=1 WHERE status=0"_qs, {}}), "");
-  EXPECT_EQ(After({u"DELETE FROM schedule WHERE status=8"_qs, {}}), "deleted");
-  EXPECT_EQ(After({u"UPDATE schedule SET guid=NULL WHERE status=1"_qs, {}}), " other");
-  EXPECT_EQ(After({u"DELETE FROM schedule"_qs, {}}), " root single");
+  const std::pair<QString, const char*> writes[] = {
+      {u"UPDATE schedule SET appointment='x' WHERE status=9"_qs, "root"},
+      {u"UPDATE schedule SET guid='other' WHERE status=1"_qs, "other spawned"},
+      {u"UPDATE schedule SET status=0 WHERE status=2"_qs, "changed"},
+      {u"UPDATE schedule SET status=9 WHERE guid='single'"_qs, "single"},
+      {u"UPDATE schedule SET alarm=1 WHERE status=0"_qs, ""},
+      {u"DELETE FROM schedule WHERE status=8"_qs, "deleted"},
+      {u"UPDATE schedule SET guid=NULL WHERE status=1"_qs, " other"},
+      {u"DELETE FROM schedule"_qs, " root single"},
+  };
+  for (const auto& [sql, guids] : writes) {
+    const qint64 before = store.MarkSeries();
+    EXPECT_TRUE(store.Execute({sql, {}}));
+    EXPECT_EQ(Since(before), guids) << sql.toStdString();
+  }
 }
 
-TEST_F(SeriesWatchTest, KnowsNothingBeforeItsMark) {
+TEST_F(SeriesWatchTest, KnowsNothingBeforeItsMarkAndNotVeryManySeries) {
   EXPECT_EQ(Since(0), "?");
   ASSERT_TRUE(store.Open());
   EXPECT_EQ(Since(0), "?");
@@ -70,16 +71,12 @@ TEST_F(SeriesWatchTest, KnowsNothingBeforeItsMark) {
   store.Close();
   ASSERT_TRUE(store.Open());
   EXPECT_EQ(Since(second), "?");
-}
-
-TEST_F(SeriesWatchTest, GivesUpOnVeryManySeries) {
-  ASSERT_TRUE(store.Open());
-  const qint64 mark = store.MarkSeries();
+  const qint64 third = store.MarkSeries();
   store.InTransaction([this] {
-    for (int i = 0; i < 1000; ++i) store.Insert(Member(QString::number(i), StatusRoot));
+    for (int i = 0; i < 300; ++i) store.Insert(Member(QString::number(i), StatusRoot));
     return true;
   });
-  EXPECT_EQ(Since(mark), "?");
+  EXPECT_EQ(Since(third), "?") << "too many to tell";
 }
 
 TEST_F(SeriesWatchTest, IndexesAreMadeAgainBehindManyWrites) {

@@ -33,7 +33,10 @@ inline ScheduleRecord Row(const QString& text, const QString& start, const QStri
 /// A store of its own for each test.
 class StoreFile : public testing::Test {
  protected:
-  StoreFile() { EXPECT_TRUE(CreateStore(path)); }
+  StoreFile() {
+    EXPECT_TRUE(CreateStore(path));
+    store.WriteFailed = [this](const QString& what) { told << what; };
+  }
 
   /// The appointments that a statement finds, in its order.
   QStringList Texts(const Statement& statement) {
@@ -57,6 +60,7 @@ class StoreFile : public testing::Test {
   QTemporaryDir folder;
   QString path = folder.filePath(u"talnik.MDB"_qs);
   Store store{path};
+  QStringList told;  ///< failures
 };
 
 }  // namespace talnik::test
