@@ -1,9 +1,13 @@
 #include "shell/CommonSettings.h"
 
+#include <QLoggingCategory>
+
 #include <limits>
 
 namespace talnik {
 namespace {
+
+Q_LOGGING_CATEGORY(commonTrace, "talnik.trace", QtWarningMsg)
 
 const QString GenerationSuffix = u"1"_qs;
 
@@ -54,6 +58,7 @@ CommonSettings InitCommonSettings(const Registry& registry, const QString& insta
   ReadColor(registry, u"ForeMenuColor"_qs, settings.ForeMenuColor);
   ReadColor(registry, u"BackMenuColor"_qs, settings.BackMenuColor);
   ReadMenuSize(registry, settings.MenuSize);
+  qCDebug(commonTrace).noquote() << u"common. "_qs + CommonKey();
   const auto text = [&registry](const QString& name, const QString& fallback) {
     return GetRegistryValue(registry, CommonKey(), QString(), name, fallback).toString();
   };

@@ -13,16 +13,14 @@ class LineEditControl : public EditControl {
  public:
   explicit LineEditControl(QLineEdit* edit) : edit_(edit) {}
 
-  QString Text() const override {
-    const bool hidden = edit_->echoMode() != QLineEdit::Normal;
-    return hidden ? QString(edit_->text().size(), u'*') : edit_->text();
-  }
+  QString Text() const override { return Hidden() ? QString(edit_->text().size(), u'*') : edit_->text(); }
   int SelStart() const override { return edit_->hasSelectedText() ? edit_->selectionStart() : edit_->cursorPosition(); }
   int SelLength() const override { return edit_->selectionLength(); }
   QString SelText() const override { return Text().mid(SelStart(), SelLength()); }
   void Select(int start, int length) override { edit_->setSelection(start, length); }
   bool MultiLine() const override { return false; }
   bool Locked() const override { return edit_->isReadOnly(); }
+  bool Hidden() const override { return edit_->echoMode() != QLineEdit::Normal; }
   QString CurrentLine(int* column) const override {
     if (column) *column = edit_->cursorPosition();
     return Text();
@@ -54,6 +52,7 @@ class PlainTextControl : public EditControl {
   }
   bool MultiLine() const override { return true; }
   bool Locked() const override { return edit_->isReadOnly(); }
+  bool Hidden() const override { return false; }
 
   /// A line as it is wrapped on the screen, which is what the arrow keys walk over.
   QString CurrentLine(int* column) const override {

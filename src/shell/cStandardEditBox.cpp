@@ -88,7 +88,6 @@ cStandardEditBox::cStandardEditBox(std::unique_ptr<EditControl> control, Speech&
 void cStandardEditBox::KeyDown(Key& key) {
   if (IsCtrlAlone(key)) return;
   if (IsSingleLine() && (key.Is(Qt::Key_Up) || key.Is(Qt::Key_Down))) return key.Swallow();
-  keySeen_ = true;
   oldStart_ = control_->SelStart();
   oldLength_ = control_->SelLength();
   if (control_->Locked()) return;
@@ -110,16 +109,16 @@ void cStandardEditBox::SpeakDeletion(bool forward) {
 
 void cStandardEditBox::KeyUp(Key& key) {
   SendLineToBraille();
-  keySeen_ = false;
   if (IsCtrlAlone(key)) return;
   if (key.Is(Qt::Key_C, Qt::ControlModifier)) {
     produceOutput_(Speech::SpeakNow, 0,
                    QCoreApplication::translate("cStandardEditBox", "do schránky ") + control_->SelText());
   }
   if (key.Is(Qt::Key_V, Qt::ControlModifier)) {
-    produceOutput_(
-        Speech::SpeakNow, 0,
-        QCoreApplication::translate("cStandardEditBox", "ze schránky ") + QGuiApplication::clipboard()->text());
+    const QString pasted = QGuiApplication::clipboard()->text();
+    produceOutput_(Speech::SpeakNow, 0,
+                   QCoreApplication::translate("cStandardEditBox", "ze schránky ") +
+                       (control_->Hidden() ? QString(pasted.size(), u'*') : pasted));
   }
   if (!MovesOrDeletes(key)) return;
   if (IsSingleLine() && (key.Is(Qt::Key_Up) || key.Is(Qt::Key_Down))) {

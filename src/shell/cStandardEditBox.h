@@ -27,6 +27,8 @@ class EditControl {
   virtual void Select(int start, int length) = 0;
   virtual bool MultiLine() const = 0;
   virtual bool Locked() const = 0;
+  /// True when nothing of the text may be said.
+  virtual bool Hidden() const = 0;
   /// The line under the cursor and the cursor's column in it.
   virtual QString CurrentLine(int* column) const = 0;
   virtual QWidget* Widget() const = 0;
@@ -67,7 +69,6 @@ class cStandardEditBox {
   Output produceOutput_;
   int oldStart_ = 0;
   int oldLength_ = 0;
-  bool keySeen_ = false;
   int brailleRole_ = 0;
 };
 

@@ -19,6 +19,7 @@ namespace {
 constexpr int LoadTag = 1703;
 constexpr int PollInterval = 200;
 constexpr int SmallestType = 10;
+constexpr int LargestType = 200;  ///< that a setting can ask for
 constexpr int ResizeStep = 10;
 /// What quotes more than this of a record would take seconds to lay out.
 constexpr qsizetype LongestMessage = 10'000;
@@ -81,7 +82,7 @@ void frmMsg12::AnswerNoByEnter() {
 }
 
 int frmMsg12::Show() {
-  SetTypeSize(txtMessage, std::max(SmallestType, services().setting.InfoTextSize));
+  SetTypeSize(txtMessage, std::clamp(services().setting.InfoTextSize, SmallestType, LargestType));
   GiveRoom();
   ShowModal();
   return dialogResult_;

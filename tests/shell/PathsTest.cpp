@@ -1,10 +1,8 @@
+#include "platform/Places.h"
 #include "shell/Paths.h"
 #include "support/FakePlatform.h"
 
 #include <QDir>
-#include <QFile>
-#include <QFileInfo>
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -17,16 +15,10 @@ class PathsTest : public testing::Test {
     shell.LocalData = folder.filePath(u"home/.local/share"_qs);
     QDir().mkpath(app + u"talnik"_qs);
   }
-  void Write(const QString& path, const QByteArray& bytes) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    file.write(bytes);
-  }
-  QByteArray Read(const QString& path) {
-    QFile file(path);
-    return file.open(QFile::ReadOnly) ? file.readAll() : QByteArray("(missing)");
-  }
   Paths Init() { return InitPaths(shell, app); }
+  void Template(const char* name, const QByteArray& bytes) {
+    WriteFile(app + u"talnik/src_"_qs + QString::fromLatin1(name), bytes);
+  }
 
   QTemporaryDir folder;
   FakeShell shell;
@@ -36,41 +28,37 @@ class PathsTest : public testing::Test {
 TEST_F(PathsTest, EverythingLiesInFoldersOfTheUserAlone) {
   const Paths paths = Init();
   const QString data = shell.LocalData + u"/Orvel1/TALNIK"_qs;
-  EXPECT_EQ(paths.DataFolder, data);
-  EXPECT_EQ(paths.Store, data + u"/talnik.MDB"_qs);
-  EXPECT_EQ(paths.Settings, data + u"/talnik.ini"_qs);
-  EXPECT_EQ(paths.GgDataSaved, data + u"/GgData_Saved.txt"_qs);
+  const QStringList inData = {paths.RecordFolder, paths.Settings, paths.Store,  paths.StoreLock,   paths.Names,
+                              paths.Alarms,       paths.LmData,   paths.GgData, paths.LmDataSaved, paths.GgDataSaved};
+  EXPECT_EQ(QString(inData.join(u' ')).replace(data + u'/', QString()).toStdString(),
+            "Record talnik.ini talnik.MDB talnik.LDB Names.dat alarms.dat LmData.txt GgData.txt LmData_Saved.txt "
+            "GgData_Saved.txt");
+  EXPECT_EQ(paths.HelpPage, app + u"help/lumora/talnik.htm"_qs);
   EXPECT_EQ(paths.SyncAgent, app + u"googleaccess/calendar/CalendarAgent.exe"_qs);
-  for (const QString& made : QStringList{shell.LocalData, shell.LocalData + u"/Orvel1"_qs, data, paths.RecordFolder}) {
-    ASSERT_TRUE(FolderExists(made)) << made.toStdString();
-    EXPECT_FALSE(QFileInfo(made).permissions() & (QFile::ReadGroup | QFile::ReadOther | QFile::ExeOther));
+  for (const QString& made : {shell.LocalData, QString(shell.LocalData + u"/Orvel1"_qs), data, paths.RecordFolder}) {
+    EXPECT_EQ(ModeOf(made), 0700) << made.toStdString();
   }
 }
 
 TEST_F(PathsTest, TemplatesAreCopiedOnlyWhereNothingLies) {
-  for (const char* name : {"talnik.MDB", "talnik.LDB", "Names.dat"}) {
-    Write(app + u"talnik/src_"_qs + QString::fromLatin1(name), name);
-  }
+  for (const char* name : {"talnik.MDB", "talnik.LDB", "Names.dat"}) Template(name, name);
   QFile::setPermissions(app + u"talnik/src_talnik.MDB"_qs, QFile::ReadOwner);
   const Paths paths = Init();
-  EXPECT_EQ(Read(paths.Store), "talnik.MDB");
-  EXPECT_EQ(Read(paths.Names), "Names.dat");
-  EXPECT_EQ(Read(paths.Alarms), "(missing)");
-  EXPECT_TRUE(QFileInfo(paths.Store).permissions() & QFile::WriteOwner)
-      << "a read-only template gives a store to write";
+  EXPECT_EQ(ReadFile(paths.Store), "talnik.MDB");
+  EXPECT_EQ(ModeOf(paths.Store), 0600) << "a read-only template gives a store to write";
+  EXPECT_EQ(ReadFile(paths.Names), "Names.dat");
+  EXPECT_EQ(ReadFile(paths.Alarms), "(missing)");
 
-  Write(paths.Names, "mine");
-  Write(app + u"talnik/src_talnik.LDB"_qs, "newer");
+  WriteFile(paths.Names, "mine");
+  Template("talnik.LDB", "newer");
   Init();
-  EXPECT_EQ(Read(paths.Names), "mine");
-  EXPECT_EQ(Read(paths.StoreLock), "talnik.LDB");
+  EXPECT_EQ(ReadFile(paths.Names), "mine");
+  EXPECT_EQ(ReadFile(paths.StoreLock), "talnik.LDB");
 }
 
 TEST_F(PathsTest, AFolderThatCannotBeMadeIsPassedOver) {
-  Write(folder.filePath(u"home"_qs), "a file where the folder should be");
-  const Paths paths = Init();
-  EXPECT_FALSE(FolderExists(paths.DataFolder));
-  EXPECT_FALSE(FileExists(paths.Store));
+  WriteFile(folder.filePath(u"home"_qs), "a file where the folder should be");
+  EXPECT_FALSE(FolderExists(Init().DataFolder));
 }
 
 }  // namespace

@@ -15,6 +15,7 @@ QStringList* logged = nullptr;
 class SpeechTest : public testing::Test {
  protected:
   SpeechTest() { world.braille.Present = true; }
+  std::string Heard() { return world.Heard().join(u"; "_qs).toStdString(); }
   FakeWorld world;
   std::unique_ptr<Speech> speech =
       std::make_unique<Speech>(&world.voice, world.braille, world.sound, u"/app/sound/"_qs);
@@ -24,51 +25,46 @@ TEST_F(SpeechTest, EachTextCutsTheOneBeforeUnlessItContinuesTheSameTurn) {
   speech->Say(u"pondělí"_qs);
   speech->SayPart(0, u"3 úkoly"_qs);
   speech->SayPart(1, QString());
-  EXPECT_EQ(world.Heard(), QStringList({u"say: pondělí"_qs, u"and: 3 úkoly"_qs}));
+  EXPECT_EQ(Heard(), "say: pondělí; and: 3 úkoly");
   FormDriver::Settle();
   speech->SayPart(0, u"úterý"_qs);
   speech->SayPart(1, u"2 úkoly"_qs);
   speech->Say(u"středa"_qs);
-  EXPECT_EQ(world.Heard(), QStringList({u"say: úterý"_qs, u"and: 2 úkoly"_qs, u"say: středa"_qs}));
+  EXPECT_EQ(Heard(), "say: úterý; and: 2 úkoly; say: středa");
   speech->StopSpeech();
   speech->SayPart(0, u"po tichu"_qs);
-  EXPECT_EQ(world.Heard(), QStringList({u"stop"_qs, u"say: po tichu"_qs}));
+  EXPECT_EQ(Heard(), "stop; say: po tichu");
+  speech->FocusRead(u"dál"_qs, QString(), 0, 0, false);
+  EXPECT_EQ(Heard(), "and: dál");
+  EXPECT_FALSE(speech->IsSpeaking());
+  world.voice.Speaking = true;
+  EXPECT_TRUE(speech->IsSpeaking());
 }
 
-TEST_F(SpeechTest, OneCharacterIsSpelled) {
-  speech->Say(u"a"_qs);
-  speech->Say(u"😀"_qs);
-  speech->VoiceCommand(Speech::SpeakNow, 255, u"C"_qs);
-  speech->VoiceCommand(Speech::SpeakNow, 255, u"C: disk"_qs);
-  speech->Say(QString());
-  EXPECT_EQ(world.Heard(), QStringList({u"char: a"_qs, u"char: 😀"_qs, u"char: C"_qs, u"say: C: disk"_qs, u"say: "_qs}));
+TEST_F(SpeechTest, OneCharacterIsSpelledAndEmptyTextsArePassedOn) {
+  for (const QString& text : {u"a"_qs, u"😀"_qs, u"C: disk"_qs, QString()})
+    speech->VoiceCommand(Speech::SpeakNow, 255, text);
+  EXPECT_EQ(Heard(), "char: a; char: 😀; say: C: disk; say: ");
 }
 
 TEST_F(SpeechTest, OnlyTextsReachTheBrailleLine) {
+  const auto line = [this] { return world.braille.Shown.toStdString() + '@' + std::to_string(world.braille.Cursor); };
   speech->VoiceCommand(Speech::SpeakNow, 0, u"čas"_qs, 0, 2);
-  EXPECT_EQ(world.braille.Shown, u"čas"_qs);
-  EXPECT_EQ(world.braille.Cursor, 2);
   speech->Signal(Speech::Refused);
   speech->StopSpeech();
   speech->VoiceCommand(Speech::SpeakNow, 0, u"jen hlas"_qs, 0, 0, 1);
-  EXPECT_EQ(world.braille.Shown, u"čas"_qs);
-  world.Heard();
+  EXPECT_EQ(line(), "čas@2");
+  Heard();
   speech->VoiceCommand(Speech::SpeakPart, 0, u"jen řádek"_qs, 1);
-  EXPECT_EQ(world.braille.Shown, u"jen řádek"_qs);
-  EXPECT_TRUE(world.Heard().isEmpty());
+  EXPECT_EQ(line(), "jen řádek@0");
+  EXPECT_EQ(Heard(), "");
   speech->FocusRead(u"Čas:"_qs, u"8:30"_qs, 1, 3);
-  EXPECT_EQ(world.braille.Shown, u"Čas: 8:30"_qs);
-  EXPECT_EQ(world.braille.Cursor, 6);
-  speech->FocusRead(u"dál"_qs, QString(), 0, 0, false);
-  EXPECT_EQ(world.Heard(), QStringList({u"say: Čas: 8:30"_qs, u"and: dál"_qs}));
+  EXPECT_EQ(line(), "Čas: 8:30@6");
 }
 
 TEST_F(SpeechTest, SignalsAreFilesOfTheSoundFolder) {
-  speech->Signal(Speech::Refused);
-  speech->Signal(Speech::EndOfList);
-  speech->Signal(Speech::EmptyField);
-  speech->Signal(3);
-  EXPECT_EQ(world.Heard(), QStringList({u"sound: refused.wav"_qs, u"sound: end.wav"_qs, u"sound: empty.wav"_qs}));
+  for (const int code : {11, 8, 7, 3}) speech->Signal(code);
+  EXPECT_EQ(Heard(), "sound: refused.wav; sound: end.wav; sound: empty.wav");
 }
 
 TEST_F(SpeechTest, WithoutAVoiceOnlyThePlainSoundsAreLeft) {
@@ -79,40 +75,23 @@ TEST_F(SpeechTest, WithoutAVoiceOnlyThePlainSoundsAreLeft) {
   silent.StopSpeech();
   EXPECT_FALSE(silent.IsSpeaking());
   silent.PlaySoundWait(u"/app/sound/space.wav"_qs);
-  EXPECT_EQ(world.Heard(), QStringList(u"sound: space.wav"_qs));
+  EXPECT_EQ(Heard(), "sound: space.wav");
   EXPECT_TRUE(world.braille.Shown.isEmpty());
 }
 
-TEST_F(SpeechTest, IsSpeakingAsksTheVoice) {
-  EXPECT_FALSE(speech->IsSpeaking());
-  world.voice.Speaking = true;
-  EXPECT_TRUE(speech->IsSpeaking());
-}
-
-TEST_F(SpeechTest, AWaitLastsAsLongAsTheSound) {
+TEST_F(SpeechTest, AWaitLastsAsLongAsTheSoundAndOneWithinAnotherEndsBoth) {
   world.sound.Hold = true;
   QStringList order;
   QTimer::singleShot(0, [&] {
+    QTimer::singleShot(0, [&] { world.sound.Finish(); });
     order << u"clock goes on"_qs;
-    world.sound.Finish();
+    speech->PlayToEnd(u"inner.wav"_qs);
+    order << u"inner"_qs;
   });
   speech->PlaySoundWait(u"/app/sound/space.wav"_qs);
-  order << u"returned"_qs;
-  EXPECT_EQ(order, QStringList({u"clock goes on"_qs, u"returned"_qs}));
-  EXPECT_EQ(world.Heard(), QStringList({u"stop"_qs, u"sound: space.wav"_qs}));
-}
-
-TEST_F(SpeechTest, AWaitWithinAWaitEndsBoth) {
-  world.sound.Hold = true;
-  bool inner = false;
-  QTimer::singleShot(0, [&] {
-    QTimer::singleShot(0, [&] { world.sound.Finish(); });
-    speech->PlayToEnd(u"inner.wav"_qs);
-    inner = true;
-  });
-  speech->PlayToEnd(u"outer.wav"_qs);
-  EXPECT_TRUE(inner);
-  EXPECT_EQ(world.Heard(), QStringList({u"sound: outer.wav"_qs, u"sound: inner.wav"_qs}));
+  order << u"outer"_qs;
+  EXPECT_EQ(order.join(u"; "_qs).toStdString(), "clock goes on; inner; outer");
+  EXPECT_EQ(Heard(), "stop; sound: space.wav; sound: inner.wav");
 }
 
 TEST_F(SpeechTest, AWaitEndsWithTheSpeechObjectAndTheSoundMayEndLater) {
@@ -126,8 +105,6 @@ TEST_F(SpeechTest, AWaitEndsWithTheSpeechObjectAndTheSoundMayEndLater) {
 TEST_F(SpeechTest, ProgressTicksAtEachTenth) {
   for (const int percent : {0, 4, 9, 10, 55, 58, 100, 130, 20}) speech->ProgressSound(percent);
   EXPECT_EQ(world.Heard().size(), 5);
-  speech->PlaySound(u"x.wav"_qs);
-  EXPECT_TRUE(world.sound.IsPlaying());
   speech->PlaySound(QString());
   EXPECT_FALSE(world.sound.IsPlaying());
 }
@@ -147,9 +124,10 @@ TEST_F(SpeechTest, EveryCallIsALineOfTheTranscript) {
   speech->PlaySoundWait(u"/app/sound/space.wav"_qs);
   qInstallMessageHandler(before);
   QLoggingCategory::setFilterRules(QString());
-  EXPECT_EQ(lines, QStringList({u"say \"první \\\"řádek\\\"\\ndruhý\""_qs, u"part \"část\""_qs, u"char \"a\""_qs,
-                                u"focus \"Čas: 8:30\""_qs, u"signal 11"_qs, u"alarm \"budík\""_qs, u"stop"_qs,
-                                u"sound space.wav"_qs}));
+  EXPECT_EQ(
+      lines.join(u"; "_qs).toStdString(),
+      R"(say "první \"řádek\"\ndruhý"; part "část"; char "a"; focus "Čas: 8:30"; signal 11; alarm "budík"; stop; )"
+      "sound space.wav");
 }
 
 }  // namespace
