@@ -19,6 +19,9 @@ namespace talnik {
 
 namespace {
 
+/// No screen holds a caption in more points, whatever the settings say.
+constexpr int LargestType = 400;
+
 QString MenuSheet(const CommonSettings& look) {
   const QString sheet =
       uR"(
@@ -36,7 +39,7 @@ QString MenuSheet(const CommonSettings& look) {
       .replace(u"%back"_qs, look.BackMenuColor.name())
       .replace(u"%fore"_qs, look.ForeMenuColor.name())
       .replace(u"%dim"_qs, SubduedColor(look.ForeMenuColor, look.BackMenuColor).name())
-      .replace(u"%size"_qs, QString::number(std::max(1, look.MenuSize)));
+      .replace(u"%size"_qs, QString::number(std::clamp(look.MenuSize, 1, LargestType)));
 }
 
 /// The caption as it is read: no mnemonic mark, no outer blanks.
@@ -110,15 +113,18 @@ QAction* NextWithLetter(const QWidget& menu, const QAction* current, const QStri
   return nullptr;
 }
 
-/// The largest type from `points` down in which something fits; 8 when nothing does.
+/// The largest type up to `points` in which something fits; 8 when nothing does.
 int LargestFit(int points, const std::function<bool(const QFontMetrics&)>& fits) {
-  constexpr int smallest = 8;
   QFont font(u"Arial"_qs);
-  for (; points > smallest; --points) {
-    font.setPointSize(points);
-    if (fits(QFontMetrics(font))) return points;
+  int fitting = 8;
+  int tooLarge = std::min(points, LargestType) + 1;
+  // Halving: every size that is tried costs the loading of its type.
+  while (fitting + 1 < tooLarge) {
+    const int middle = (fitting + tooLarge) / 2;
+    font.setPointSize(middle);
+    (fits(QFontMetrics(font)) ? fitting : tooLarge) = middle;
   }
-  return smallest;
+  return fitting;
 }
 
 /// Each new sheet costs a repaint of the whole tree.

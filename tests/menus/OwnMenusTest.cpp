@@ -1,7 +1,6 @@
 #include "menus/OwnMenus.h"
 #include "shell/ControlEvents.h"
-#include "support/FakePlatform.h"
-#include "support/FormDriver.h"
+#include "support/FormWorld.h"
 
 #include <QApplication>
 #include <QLineEdit>
@@ -9,8 +8,6 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
-
-#include <gtest/gtest.h>
 
 namespace talnik::test {
 namespace {
@@ -31,8 +28,9 @@ QList<MenuItem> Tree() {
   };
 }
 
-struct MenuWindow : QMainWindow {
-  MenuWindow() : events(this), speech(&world.voice, world.braille, world.sound, u"/s/"_qs), menus(speech, look) {
+struct MenuWindow : QMainWindow, FormWorld {
+  MenuWindow() : events(this), menus(speech, look) {
+    settles = true;
     setCentralWidget(&field);
     actions = BuildMenus(*menuBar(), Tree());
     actions[u"mnuTick"_qs]->setCheckable(true);
@@ -43,34 +41,19 @@ struct MenuWindow : QMainWindow {
     }
     menus.Attach(*menuBar());
     events.GotFocus(&field, [this] { speech.Say(u"pole"_qs); });
-    events.KeyUp(&field, [this](Key& key) { keyUps << QString::number(key.code); });
+    events.KeyUp(&field,
+                 [](Key& key) { EXPECT_TRUE(key.Is(Qt::Key_Alt)) << "a key of the menus came up here: " << key.code; });
     resize(700, 400);
     show();
     field.setFocus();
     FormDriver::Until([this] { return isActiveWindow() && field.hasFocus(); });
-    world.Heard();
   }
 
-  /// What is heard after the keys, the last of them alone.
-  std::string Hear(std::initializer_list<int> keys, Qt::KeyboardModifiers modifiers = Qt::NoModifier) {
-    for (const int key : keys) {
-      world.Heard();
-      driver.Press(key, modifiers);
-      FormDriver::Settle();
-    }
-    return world.Heard().join(u"; "_qs).toStdString();
-  }
-
-  FakeWorld world;
-  CommonSettings look;
   ControlEvents events;
-  Speech speech;
   OwnMenus menus;
-  FormDriver driver;
   QLineEdit field;
   QHash<QString, QAction*> actions;
   QStringList chosen;
-  QStringList keyUps;
 };
 
 TEST(OwnMenus, AnItemIsSaidWithItsStateAndKey) {
@@ -80,113 +63,75 @@ TEST(OwnMenus, AnItemIsSaidWithItsStateAndKey) {
   action.setChecked(true);
   action.setEnabled(false);
   EXPECT_EQ(SpokenItem(action).toStdString(), "Vybraný & den zaškrtnuto nedostupné Enter");
-  QMenu menu(u"Dny"_qs);
-  EXPECT_EQ(SpokenItem(*menu.menuAction()).toStdString(), "Dny podnabídka");
 }
 
-TEST(OwnMenus, EachMoveIsSaid) {
+TEST(OwnMenus, EachMoveIsSaidAndTheControlWhenAllIsLeft) {
   MenuWindow window;
-  EXPECT_EQ(window.Hear({Qt::Key_F10}), "say: Talník");
-  EXPECT_EQ(window.Hear({Qt::Key_Right}), "say: Čas");
-  EXPECT_EQ(window.Hear({Qt::Key_Home}), "say: Talník");
-  EXPECT_EQ(window.Hear({Qt::Key_End}), "say: Čas");
-  EXPECT_EQ(window.Hear({Qt::Key_Left}), "say: Talník");
-  EXPECT_EQ(window.Hear({Qt::Key_Down}), "say: Talník Import... podnabídka");
-  EXPECT_EQ(window.Hear({Qt::Key_Down}), "say: Tikat zaškrtnuto");
-  EXPECT_EQ(window.Hear({Qt::Key_Down}), "say: Nastavení & účty nedostupné Ctrl+N");
-  EXPECT_EQ(window.Hear({Qt::Key_End}), "say: Ukončit");
-  EXPECT_EQ(window.Hear({Qt::Key_Home}), "say: Import... podnabídka");
-  EXPECT_EQ(window.Hear({Qt::Key_Right}), "say: Import... Soubor");
-  EXPECT_EQ(window.Hear({Qt::Key_Left}), "say: Import... podnabídka");
-  EXPECT_EQ(window.Hear({Qt::Key_Right, Qt::Key_Escape}), "say: Import... podnabídka");
-  EXPECT_EQ(window.Hear({Qt::Key_Down, Qt::Key_Right}), "say: Čas Ohlásit čas");
-}
-
-TEST(OwnMenus, EscapeGoesBackStepByStepAndTheControlIsAnnounced) {
-  MenuWindow window;
-  EXPECT_EQ(window.Hear({Qt::Key_F10, Qt::Key_Down, Qt::Key_Escape}), "say: Talník");
-  EXPECT_EQ(window.Hear({Qt::Key_Escape}), "say: pole");
+  window.Play("F10 > say: Talník | Right > say: Čas | Home > say: Talník | End > say: Čas | Left > say: Talník");
+  window.Play("Down > say: Talník Import... podnabídka | Down > say: Tikat zaškrtnuto");
+  window.Play("Down > say: Nastavení & účty nedostupné Ctrl+N | End > say: Ukončit | Home > say: Import... podnabídka");
+  window.Play("Right > say: Import... Soubor | Left > say: Import... podnabídka | Right > say: Import... Soubor");
+  window.Play("Escape > say: Import... podnabídka | Down > say: Tikat zaškrtnuto | Right > say: Čas Ohlásit čas");
+  window.Play("Escape > say: Čas | Escape > say: pole | F10 > say: Talník | F10 > say: pole");
   EXPECT_TRUE(window.field.hasFocus());
-  EXPECT_EQ(window.Hear({Qt::Key_F10}), "say: Talník");
-  EXPECT_EQ(window.Hear({Qt::Key_F10}), "say: pole");
-  EXPECT_TRUE(window.keyUps.isEmpty()) << window.keyUps.join(u' ').toStdString();
-}
-
-TEST(OwnMenus, AltOpensTheBarAndItsLettersOpenMenus) {
-  MenuWindow window;
-  EXPECT_EQ(window.Hear({Qt::Key_A}, Qt::AltModifier), "say: Čas Ohlásit čas");
-  EXPECT_EQ(window.Hear({Qt::Key_Escape, Qt::Key_T}), "say: Talník Import... podnabídka");
 }
 
 TEST(OwnMenus, LettersGoByMnemonicAndByFirstLetter) {
   MenuWindow window;
-  window.Hear({Qt::Key_F10, Qt::Key_Down});
-  EXPECT_EQ(window.Hear({Qt::Key_T}), "say: Tikat zaškrtnuto");
-  EXPECT_EQ(window.Hear({Qt::Key_I}), "say: Import... podnabídka");
-  EXPECT_EQ(window.Hear({Qt::Key_N}), "say: Nastavení & účty nedostupné Ctrl+N");
-  EXPECT_EQ(window.Hear({Qt::Key_U}), "say: Ukončit");
-  EXPECT_EQ(window.Hear({Qt::Key_X}), "sound: refused.wav");
+  window.Play("Alt+A > say: Čas Ohlásit čas | Escape > say: Čas | T > say: Talník Import... podnabídka");
+  window.Play(
+      "T > say: Tikat zaškrtnuto | I > say: Import... podnabídka | N > say: Nastavení & účty nedostupné Ctrl+N");
+  window.Play("U > say: Ukončit | X > sound: refused.wav");
   EXPECT_TRUE(window.chosen.isEmpty());
-  window.Hear({Qt::Key_K});
+  window.Press("K");
   EXPECT_EQ(window.chosen.join(u' ').toStdString(), "mnuExit");
 }
 
 TEST(OwnMenus, AnUnavailableItemRefusesAndTheMenuStays) {
   MenuWindow window;
-  window.Hear({Qt::Key_F10, Qt::Key_Down, Qt::Key_Down, Qt::Key_Down});
-  for (const int key : {Qt::Key_Return, Qt::Key_Enter, Qt::Key_Space}) {
-    EXPECT_EQ(window.Hear({key}), "sound: refused.wav");
-    EXPECT_NE(QApplication::activePopupWidget(), nullptr);
-  }
+  for (const char* key : {"F10", "Down", "Down", "Down"}) window.Press(key);
+  window.Play("Return > sound: refused.wav | Enter > sound: refused.wav | Space > sound: refused.wav");
+  EXPECT_NE(QApplication::activePopupWidget(), nullptr);
   window.menus.SetState(window.actions[u"mnuGone"_qs], true);
-  EXPECT_EQ(window.Hear({Qt::Key_Up, Qt::Key_Down}), "say: Nastavení & účty Ctrl+N");
-  window.Hear({Qt::Key_Return});
+  window.Play("Up > say: Tikat zaškrtnuto | Down > say: Nastavení & účty Ctrl+N");
+  window.Press("Return");
   EXPECT_EQ(window.chosen.join(u' ').toStdString(), "mnuGone");
-  EXPECT_TRUE(window.keyUps.isEmpty());
 }
 
 TEST(OwnMenus, APopupOfItsOwnBeginsAtItsFirstItem) {
   MenuWindow window;
   QMenu tray(u"Talník"_qs);
-  auto actions = BuildMenus(tray, {{u"open"_qs, u"Otevřít talník"_qs, u""_qs}, {u"end"_qs, u"Konec"_qs, u""_qs}});
+  BuildMenus(tray, {{u"open"_qs, u"Otevřít talník"_qs, u""_qs}, {u"end"_qs, u"Konec"_qs, u""_qs}});
   window.menus.Attach(tray);
-  QAction* late = tray.addAction(u"Později"_qs);
+  tray.addAction(u"Později"_qs);
+  window.Heard();
   tray.popup(QPoint(10, 10));
   FormDriver::Settle();
-  EXPECT_EQ(window.Hear({Qt::Key_Home}), "say: Otevřít talník");
-  EXPECT_EQ(window.Hear({Qt::Key_Down}), "say: Konec");
-  EXPECT_EQ(window.Hear({Qt::Key_Down}), "say: Později");
-  EXPECT_EQ(window.Hear({Qt::Key_Escape}), "say: pole");
-  EXPECT_EQ(tray.activeAction(), nullptr);
-  EXPECT_NE(late, nullptr);
+  EXPECT_EQ(window.Heard(), "say: Talník Otevřít talník");
+  window.Play("Down > say: Konec | Down > say: Později | Escape > say: pole");
 }
 
 TEST(OwnMenus, TypeAndColoursFollowTheSettingsAndTheBarFits) {
   MenuWindow window;
   auto* menu = window.actions[u"mnuFile"_qs]->menu();
-  const auto look = [&] {
+  const auto background = [&](int size, const QColor& color) {
+    window.look.MenuSize = size;
+    window.look.BackMenuColor = color;
+    window.menus.RefreshOwnMenus();
     menu->popup(QPoint(0, 0));
     FormDriver::Settle();
     const QImage picture = menu->grab().toImage();
     menu->close();
     return picture.pixelColor(picture.width() - 5, 5);
   };
-  EXPECT_EQ(look(), window.look.BackMenuColor);
+  EXPECT_EQ(background(20, Qt::yellow), QColor(Qt::yellow));
   const int before = menu->sizeHint().height();
-  window.look.BackMenuColor = Qt::blue;
-  window.look.MenuSize = 30;
-  window.menus.RefreshOwnMenus();
-  EXPECT_EQ(look(), QColor(Qt::blue));
+  EXPECT_EQ(background(30, Qt::blue), QColor(Qt::blue));
   EXPECT_GT(menu->sizeHint().height(), before * 5 / 4);
-  window.look.MenuSize = 100;
-  window.menus.RefreshOwnMenus();
-  look();
+  background(32'760, Qt::blue);
   EXPECT_LE(menu->sizeHint().width(), menu->screen()->availableSize().width());
-  FormDriver::Settle();
-  const QMenuBar& bar = *window.menuBar();
-  for (const QAction* action : bar.actions()) {
-    EXPECT_TRUE(bar.rect().contains(bar.actionGeometry(const_cast<QAction*>(action)))) << action->text().toStdString();
-  }
+  QMenuBar& bar = *window.menuBar();
+  for (QAction* action : bar.actions()) EXPECT_TRUE(bar.rect().contains(bar.actionGeometry(action)));
 }
 
 }  // namespace
