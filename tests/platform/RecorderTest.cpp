@@ -32,7 +32,7 @@ class RecorderTest : public ::testing::Test {
 
   void SetUp() override {
     if (!server) GTEST_SKIP() << "pulseaudio is not installed";
-    WriteFile(Seed, WaveFile({.rate = 11025}, 100));
+    Wave::Tone({.rate = 11025}, 100).Write(Seed);
   }
 
   void Record(Recorder& recorder) {
@@ -74,7 +74,7 @@ std::unique_ptr<SoundServer> RecorderTest::server;
 
 TEST_F(RecorderTest, AToneSaidIntoTheMicrophoneComesBackFromTheFile) {
   const QString tone = folder_.filePath(u"tone.wav"_qs);
-  WriteFile(tone, WaveFile({.rate = 44100, .hertz = 441}, 600));
+  Wave::Tone({.rate = 44100}, 600, 441).Write(tone);
   const Variable intoTheMicrophone("PULSE_SINK", "mic");
   PulseSound mouth;
   PulseRecorder recorder;
@@ -90,10 +90,10 @@ TEST_F(RecorderTest, AToneSaidIntoTheMicrophoneComesBackFromTheFile) {
     EXPECT_TRUE(recorder.Stop());
     EXPECT_FALSE(recorder.IsRecording());
 
-    const Wave heard = ReadWave(New);
+    const Wave heard = Wave::Read(New);
     EXPECT_EQ(heard.rate, 11025) << "the format of the seed";
     EXPECT_EQ(heard.channels, 1);
-    EXPECT_EQ(heard.bits, 16);
+    EXPECT_EQ(heard.format, SF_FORMAT_PCM_16);
     EXPECT_NEAR(heard.LoudMilliseconds(), 600, 50);
     EXPECT_NEAR(heard.Hertz(), 441, 1);
     EXPECT_EQ(ModeOf(New), 0600);
@@ -106,21 +106,21 @@ TEST_F(RecorderTest, TheSeedGivesTheFormat) {
   const QString text = folder_.filePath(u"text.wav"_qs);
   WriteFile(text, "no sound at all");
   const QString bytes = folder_.filePath(u"bytes.wav"_qs);
-  WriteFile(bytes, WaveFile({.rate = 8000, .channels = 2, .bits = 8}, 100));
+  Wave::Tone({.channels = 2, .format = SF_FORMAT_PCM_U8}, 100).Write(bytes);
   const struct {
     QString seed;
-    int rate, channels, bits;
-  } cases[] = {{bytes, 8000, 2, 8},
-               {text, 44100, 1, 16},
-               {u"/nonexistent/start.wav"_qs, 44100, 1, 16},
-               {u"/dev/zero"_qs, 44100, 1, 16}};
+    int rate, channels, format;
+  } cases[] = {{bytes, 8000, 2, SF_FORMAT_PCM_U8},
+               {text, 44100, 1, SF_FORMAT_PCM_16},
+               {u"/nonexistent/start.wav"_qs, 44100, 1, SF_FORMAT_PCM_16},
+               {u"/dev/zero"_qs, 44100, 1, SF_FORMAT_PCM_16}};
   PulseRecorder recorder;
   for (const auto& row : cases) {
     recorder.Start(New, row.seed, [](Ending) {});
     EXPECT_TRUE(FormDriver::Until([&] { return HasSound(); }));
     EXPECT_TRUE(recorder.Stop());
-    const Wave heard = ReadWave(New);
-    EXPECT_EQ(std::tie(heard.rate, heard.channels, heard.bits), std::tie(row.rate, row.channels, row.bits))
+    const Wave heard = Wave::Read(New);
+    EXPECT_EQ(std::tie(heard.rate, heard.channels, heard.format), std::tie(row.rate, row.channels, row.format))
         << row.seed.toStdString();
     QFile::remove(New);
   }
@@ -171,13 +171,13 @@ TEST_F(RecorderTest, AServerThatStopsHoldsNothingUpAndLeavesWhatWasSaid) {
   // The silence is noticed after up to twice the patience.
   FormDriver::Until([&] { return Ended.has_value(); });
   EXPECT_TRUE(HasEnded(Ending::Broken));
-  EXPECT_GT(ReadWave(New).Milliseconds(), 50);
+  EXPECT_GT(Wave::Read(New).Milliseconds(), 50);
   server->Thaw();
 
   ASSERT_TRUE(BeginsToRecord(recorder));
   server->Kill();
   EXPECT_TRUE(HasEndedAtOnce(Ending::Broken));
-  EXPECT_GT(ReadWave(New).Milliseconds(), 50);
+  EXPECT_GT(Wave::Read(New).Milliseconds(), 50);
   ASSERT_TRUE(StartServer());
   EXPECT_TRUE(BeginsToRecord(recorder)) << "found again";
 }
@@ -194,13 +194,13 @@ TEST_F(RecorderTest, AFullDiskAndTheLongestTimeEndTheRecordingAndKeepIt) {
   const bool ended = HasEnded(Ending::NoRoom);
   setrlimit(RLIMIT_FSIZE, &before);
   EXPECT_TRUE(ended);
-  EXPECT_NEAR(ReadWave(New).Milliseconds(), room / 2 * 1000 / 11025, 50);
+  EXPECT_NEAR(Wave::Read(New).Milliseconds(), room / 2 * 1000 / 11025, 50);
 
   PulseRecorder patient(1);
   Record(patient);
   EXPECT_TRUE(HasEnded(Ending::TooLong));
   EXPECT_FALSE(patient.IsRecording());
-  EXPECT_EQ(ReadWave(New).Milliseconds(), 1000);
+  EXPECT_EQ(Wave::Read(New).Milliseconds(), 1000);
 }
 
 }  // namespace talnik::test

@@ -22,8 +22,8 @@ class SoundTest : public ::testing::Test {
 
   void SetUp() override {
     if (!server) GTEST_SKIP() << "pulseaudio is not installed";
-    WriteFile(Short, WaveFile({}, 400));
-    WriteFile(Long, WaveFile({}, 20000));
+    Wave::Tone({}, 400).Write(Short);
+    Wave::Tone({}, 20000).Write(Long);
   }
 
   Sound::Finished Note(const char* name) {
@@ -95,7 +95,7 @@ TEST_F(SoundTest, WhatCannotBePlayedTakesNoTime) {
   const QString text = folder_.filePath(u"text.wav"_qs);
   const QString half = folder_.filePath(u"half.wav"_qs);
   WriteFile(text, "no sound at all");
-  WriteFile(half, WaveFile({}, 400).left(40));
+  WriteFile(half, ReadFile(Short).left(40));
   PulseSound sound;
   for (const QString& path : {u"/nonexistent/x.wav"_qs, QString(), folder_.path(), text, half, u"/dev/zero"_qs}) {
     Finished.clear();
