@@ -170,6 +170,7 @@ void frmMain::StartOutside() {
                         .recordFolder = paths_.RecordFolder,
                         .deleteSeriesIfEmpty = [this](const QString& guid) { DeleteSeriesIfEmpty(*store_, guid); }});
   alarms_->RegisterAlarm();
+  PrepareSync();
   HideOnClose = true;
 
   platform_.keyboardHook->Released = [this] { HotKeyReleased(); };

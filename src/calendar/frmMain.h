@@ -17,6 +17,7 @@
 #include "shell/VoiceDialog.h"
 #include "shell/cSetting.h"
 #include "store/Store.h"
+#include "sync/SyncDriver.h"
 #include "timetools/Countdown.h"
 #include "timetools/TimeEntry.h"
 
@@ -191,6 +192,11 @@ class frmMain : public QMainWindow, private TickHost {
                    const std::function<void(const std::function<bool(qint64, qint64)>& progress)>& job);
   void TellImport(const CsvImport& result, const QString& failure);
 
+  // Synchronisation (frmMainSync.cpp).
+  void PrepareSync();
+  bool MergeIntoStore(const std::function<void()>& merge);
+  void mnuSyncLog_Click();
+
   // Day overview (frmMainDayView.cpp).
   void mnuSpareTime_Click();
   void ShowTasksOf(const Date& day, int recordsBefore, QWidget* over, std::optional<Date>& shown);
@@ -234,6 +240,7 @@ class frmMain : public QMainWindow, private TickHost {
   AutSyncCount autSync_;
   BackToMain backToMain_;
   std::unique_ptr<AlarmQueue> alarms_;
+  std::unique_ptr<SyncDriver> sync_;
   std::unique_ptr<NamesField> namesField_;
   std::unique_ptr<MonthCalendar> calendar_;
   std::unique_ptr<MonthKeys> keys_;
@@ -252,8 +259,9 @@ class frmMain : public QMainWindow, private TickHost {
   bool quietReturn_ = false;  ///< the next activation is silent: the command that ran has spoken
   bool justActivated_ = false;
   QPointer<QWidget> focusWhenHidden_;
-  QString exchangeFolder_;  ///< of the last file that was exported or imported
-  int sweeps_ = 0;  ///< how often open windows were swept away
+  QString exchangeFolder_;     ///< of the last file that was exported or imported
+  bool storeIsTaken_ = false;  ///< a long job is in the middle of a transaction
+  int sweeps_ = 0;             ///< how often open windows were swept away
 };
 
 }  // namespace talnik

@@ -57,6 +57,8 @@ frmMain::Command frmMain::FindCommand(const QString& name) {
       {u"mnuDelSchedule"_qs, [](frmMain& form) { form.mnuDelSchedule_Click(); }},
       {u"mnuImport"_qs, [](frmMain& form) { form.mnuImport_Click(); }},
       {u"mnuExport"_qs, [](frmMain& form) { form.mnuExport_Click(); }},
+      {u"mnuGoogleSync"_qs, [](frmMain& form) { form.sync_->Start(false); }},
+      {u"mnuSyncLog"_qs, [](frmMain& form) { form.mnuSyncLog_Click(); }},
       {u"mnuHide"_qs, [](frmMain& form) { form.HideWindow(); }},
       {u"mnuExit"_qs, [](frmMain& form) { form.mnuExit_Click(); }},
       {u"mnuSetServer"_qs, [](frmMain& form) { form.mnuSetServer_Click(); }},

@@ -1,4 +1,5 @@
 #include "calendar/MainServices.h"
+#include "calendar/StoreTaken.h"
 #include "calendar/frmMain.h"
 #include "editor/StoreFailures.h"
 #include "shell/frmProgress.h"
@@ -9,35 +10,12 @@
 
 #include <QLabel>
 
-#include <vector>
-
 namespace talnik {
 namespace {
 
 /// What is done in a moment needs no window.
 constexpr qint64 RowsOfAMoment = 2000;
 constexpr qsizetype LettersOfAMoment = 200'000;
-
-/// A job in the middle of the store must not meet an alarm that writes there too: giving up would undo its write.
-class TimersAtRest {
- public:
-  TimersAtRest(const bool& ended, std::initializer_list<QTimer*> timers) : ended_(ended) {
-    for (QTimer* timer : timers) {
-      if (timer->isActive()) stopped_.push_back(timer);
-      timer->stop();
-    }
-  }
-  ~TimersAtRest() {
-    if (ended_) return;
-    for (QTimer* timer : stopped_) timer->start();
-  }
-  TimersAtRest(const TimersAtRest&) = delete;
-  TimersAtRest& operator=(const TimersAtRest&) = delete;
-
- private:
-  const bool& ended_;
-  std::vector<QTimer*> stopped_;
-};
 
 /// A folder as a field of the file dialog's text; one that would break the fields is left to the dialog.
 QString FolderField(const QString& folder) {
@@ -65,7 +43,7 @@ bool frmMain::RunExchange(const QString& title, const QString& phase, bool brief
     frmProgress form(services(), title, this);
     form.Label1->setText(phase);
     form.SayPercent = true;
-    const TimersAtRest rest(ended_, {&Timer1, &AutSync_Timer});
+    const StoreTaken taken(storeIsTaken_, ended_, {&Timer1, &AutSync_Timer});
     if (!brief) form.Open(Qt::ApplicationModal);
     job([&form, brief](qint64 done, qint64 total) {
       form.SetShape(done, total);

@@ -100,6 +100,7 @@ void frmMain::End() {
   Timer1.stop();
   AutSync_Timer.stop();
   BackToMainTimer.stop();
+  sync_->Abandon();
   const bool namesKept = nameDays_.SaveNames(paths_.Names, *platform_.codePage);
   if (!namesKept && namesField_->NamesChanged) dialogs().Tell(tr("Chyba dat: ") + paths_.Names);
   speech().StopSpeech();

@@ -93,10 +93,7 @@ void frmMain::SyncTimerSetting() {
 }
 
 void frmMain::AutSync_Timer_Timer() {
-  QAction* sync = Menu("mnuGoogleSync");
-  if (!autSync_.Tick(setting_.AutSync) || !sync->isEnabled()) return;
-  view_.SilentSync = true;
-  sync->trigger();
+  if (autSync_.Tick(setting_.AutSync)) sync_->Start(true);
 }
 
 void frmMain::WaitForForeignWindow() {

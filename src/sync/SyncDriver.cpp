@@ -209,24 +209,25 @@ void SyncDriver::AwaitData() {
 }
 
 void SyncDriver::Merge() {
-  const bool begun = world_.whileTheStoreIsOurs([this] {
-    const auto text = ReadTheirSide();
-    if (!text) return;
-    SyncTally tally;
-    bool alarmsMoved = false;
+  const auto text = ReadTheirSide();
+  if (!text) return;
+  bool kept = false;
+  bool alarmsMoved = false;
+  SyncTally tally;
+  const bool begun = world_.whileTheStoreIsOurs([&] {
     merging_ = true;
-    const bool kept = world_.store.InTransaction([&] {
+    kept = world_.store.InTransaction([&] {
       GoogleMerge merge(world_.store, world_.timeZone.Biases(), Date::FromQDateTime(world_.services.clock.Now()));
       const bool applied = Apply(*text, merge, alarmsMoved);
       tally = merge.Tally();
       return applied;
     });
     merging_ = false;
-    if (!running_) return;  // the program has ended meanwhile
-    if (!kept) return Finish();
-    Conclude(tally, alarmsMoved);
   });
-  if (!begun) After(BetweenTrials, &SyncDriver::Merge);
+  if (!begun) return After(BetweenTrials, &SyncDriver::Merge);
+  if (!running_) return;  // the program has ended meanwhile
+  if (!kept) return Finish();
+  Conclude(tally, alarmsMoved);
 }
 
 /// A file that cannot be read is not an empty one, which would delete everything.
