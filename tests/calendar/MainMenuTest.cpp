@@ -28,7 +28,7 @@ QString Shape(const QWidget& menu) {
 TEST_F(MainMenu, StandsWholeAndInOrder) {
   Start();
   EXPECT_EQ(Shape(*main_->menuBar()).toStdString(),
-            "Talnik(ImportGroup(Import!) ExportGroup(Export!) GoogleSync SyncLog Settings! SettingsAccount! "
+            "Talnik(ImportGroup(Import) ExportGroup(Export) GoogleSync SyncLog Settings! SettingsAccount! "
             "SetServer DelSchedule -Sep0 Hide Exit) "
             "Calendar(DayForward DayBack -CalSep1 NextWeek PrevWeek -CalSep2 FirstDayInMonth LastDayInMonth -CalSep5 "
             "NexMonth PrevMonth -CalSep3 NextYear PrevYear -CalSep4 Today WeekDays(WeekDay_Monday WeekDay_Monday_Prev "
@@ -37,7 +37,7 @@ TEST_F(MainMenu, StandsWholeAndInOrder) {
             "WeekDay_Sunday WeekDay_Sunday_Prev) easter EasterPrev) "
             "TimeCaption(RaceTime TimeOut Alarms(AnnounceTimeOut!) Time SetTime DingHour) "
             "Date(SetDate HolFind HolFindNext! HolSave SetSysDate InsertToClip) "
-            "Edit(NewRecord SearchRecord! TaskToday! TaskTodayAfter TaskAll TaskAlarm SpareTime! DelTodayTasks!) "
+            "Edit(NewRecord SearchRecord TaskToday! TaskTodayAfter TaskAll TaskAlarm SpareTime! DelTodayTasks!) "
             "Help(OpenHelp! HelpCheckUpdate! About)");
   const std::pair<const char*, const char*> captions[] = {{"mnuTalnik", "Talník "},
                                                           {"mnuTimeCaption", "    Č&as    "},
