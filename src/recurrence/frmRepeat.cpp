@@ -108,10 +108,6 @@ QRadioButton* frmRepeat::MakeOption(const QString& name, const QString& caption,
   auto* option = new QRadioButton(caption, frame);
   NameControl(option, name);
   LetButtonSpeak(option, events(), speech(), title_);
-  // A key that changes nothing is answered too.
-  events().KeyUp(option, [this, option](Key& key) {
-    if (key.Is(Qt::Key_Space)) speech().Say(option->text());
-  });
   frame->layout()->addWidget(option);
   return option;
 }

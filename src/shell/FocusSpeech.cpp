@@ -3,7 +3,9 @@
 #include <QAbstractButton>
 #include <QCheckBox>
 #include <QCoreApplication>
+#include <QRadioButton>
 
+#include <memory>
 #include <utility>
 
 namespace talnik {
@@ -12,6 +14,21 @@ namespace {
 QString CheckState(bool checked) {
   return checked ? QCoreApplication::translate("FocusSpeech", "zaškrtnuto")
                  : QCoreApplication::translate("FocusSpeech", "nezaškrtnuto");
+}
+
+/// A key that does not leave or change an option is answered too: the blank by the caption, an arrow at either end of
+/// the group by the cue.
+void AnswerKeysOfOption(QAbstractButton* option, ControlEvents& events, Speech& speech) {
+  const auto isArrow = [](const Key& key) {
+    return key.Is(Qt::Key_Up) || key.Is(Qt::Key_Down) || key.Is(Qt::Key_Left) || key.Is(Qt::Key_Right);
+  };
+  const auto stays = std::make_shared<bool>(false);
+  events.GotFocus(option, [stays] { *stays = false; });
+  events.KeyDown(option, [stays, isArrow](Key& key) { *stays = isArrow(key); });
+  events.KeyUp(option, [stays, isArrow, option, &speech](Key& key) {
+    if (key.Is(Qt::Key_Space)) speech.Say(option->text().remove(u'&'));
+    if (isArrow(key) && std::exchange(*stays, false)) speech.Signal(Speech::EndOfList);
+  });
 }
 
 }  // namespace
@@ -28,6 +45,7 @@ void LetButtonSpeak(QAbstractButton* button, ControlEvents& events, Speech& spee
     const QString caption = button->text().remove(u'&');
     title.FocusRead(speech, QString(), hasState ? QString(caption + u' ' + CheckState(button->isChecked())) : caption);
   });
+  if (qobject_cast<QRadioButton*>(button)) AnswerKeysOfOption(button, events, speech);
   if (!hasState) return;
   QObject::connect(button, &QAbstractButton::toggled, button, [button, &speech](bool checked) {
     if (button->hasFocus()) speech.Say(CheckState(checked));

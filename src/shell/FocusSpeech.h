@@ -22,6 +22,7 @@ class OpeningTitle {
 };
 
 /// Lets a button say its caption when it gets the focus; a check box its state too, also when the user changes it.
+/// An option answers every key.
 void LetButtonSpeak(QAbstractButton* button, ControlEvents& events, Speech& speech, OpeningTitle& title);
 
 }  // namespace talnik

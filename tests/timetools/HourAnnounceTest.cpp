@@ -67,7 +67,10 @@ TEST(DingPeriod, ShowsAndStoresThePeriodAndTheSound) {
   w.Next([&](QWidget* window) {
     EXPECT_EQ(w.Heard(), "say: Oznamování času; and: Půlhodina");
     EXPECT_FALSE(FormDriver::Find<QAbstractButton>(window, "cmdBrowse")->isEnabled()) << "there is no file dialog";
-    w.Play("Down > say: Čtvrthodina | Tab > say: /s/clockbeat.wav");
+    w.Play(
+        "Up > say: Hodina | Up > sound: end.wav | Down > say: Půlhodina | Down > say: Čtvrthodina | Space > say: "
+        "Čtvrthodina | "
+        "Tab > say: /s/clockbeat.wav");
     FormDriver::Find<QLineEdit>(window, "Text1")->setText(u"/x.wav"_qs);
     w.Press("Return");
   });
