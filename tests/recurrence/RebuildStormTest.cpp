@@ -78,9 +78,9 @@ class Storm {
 
   void Step() {
     using Act = void (Storm::*)();
-    static constexpr std::array<Act, 8> acts = {&Storm::Write,           &Storm::Write,        &Storm::Write,
-                                                &Storm::WriteAndUndo,    &Storm::WriteAmong,   &Storm::MoveTheClock,
-                                                &Storm::ForeignerWrites, &Storm::CloseTheStore};
+    static constexpr std::array<Act, 7> acts = {&Storm::Write,        &Storm::Write,           &Storm::Write,
+                                                &Storm::WriteAndUndo, &Storm::ForeignerWrites, &Storm::MoveTheClock,
+                                                &Storm::CloseTheStore};
     (this->*acts.at(static_cast<std::size_t>(Below(acts.size()))))();
     if (Below(3) > 0) Compare();
   }
@@ -132,17 +132,6 @@ class Storm {
       Write();
       return fails && !series_.store.Execute({u"INSERT INTO schedule(appointment) VALUES(NULL)"_qs, {}});
     }));
-  }
-
-  /// A foreigner writes while we are rebuilding.
-  void WriteAmong() {
-    diary_ << u"amid:"_qs;
-    const Statement write = Any();
-    series_.store.Close();
-    const Interposed foreigner(Below(60), [&] { series_.watcher.Execute(write); });
-    if (Below(2) == 0) series_.Rebuild();
-    Write();
-    series_.Rebuild();
   }
 
   void MoveTheClock() {

@@ -7,6 +7,8 @@
 #include <QPushButton>
 #include <QRadioButton>
 
+#include <tuple>
+
 namespace talnik::test {
 
 namespace {
@@ -32,63 +34,45 @@ struct RepeatDialog : testing::Test, TimeWorld {
     user(form);
   }
 
-  static std::string Checked(const frmRepeat& form) {
+  template <typename Options>
+  static QString Chosen(const Options& options) {
+    for (std::size_t i = 0; i < options.size(); ++i) {
+      if (options.at(i)->isChecked()) return QString::number(i);
+    }
+    return u"-1"_qs;
+  }
+
+  static std::string Loaded(const frmRepeat& form) {
     QStringList days;
     for (const QCheckBox* box : form.chkDay) {
       if (box->isChecked()) days << box->text();
     }
-    return days.join(u',').toStdString();
-  }
-
-  static int End(const frmRepeat& form) {
-    for (int i = 0; i < 3; ++i) {
-      if (form.optEnd.at(static_cast<std::size_t>(i))->isChecked()) return i;
-    }
-    return -1;
+    QString text = form.cmbTimeUnit->currentText() + u' ' + form.cmbUnits->currentText() + u" (" + days.join(u',') +
+                   u") end " + Chosen(form.optEnd) + u" month " + Chosen(form.optMonthDay) + u" number " +
+                   form.cmbNumber->currentText() + u" until " + form.txtDeadLine->text() + u" - ";
+    if (form.chkDay[6]->isEnabled()) text += u"days ";
+    if (form.optMonthDay[1]->isEnabled()) text += u"month ";
+    if (form.cmbNumber->isEnabled()) text += u"number ";
+    if (form.txtDeadLine->isEnabled() && form.cmdPickDate->isEnabled()) text += u"until ";
+    return text.toStdString();
   }
 };
 
 }  // namespace
 
-TEST_F(RepeatDialog, AnEmptyRuleOpensOnEveryDayWithoutEnd) {
-  Load("", [](const frmRepeat& form) {
-    EXPECT_EQ(form.windowTitle(), u"Zopakovat"_qs);
-    EXPECT_EQ(form.Tag(), 1724);
-    EXPECT_EQ(form.cmbTimeUnit->currentText(), u"Denně"_qs);
-    EXPECT_EQ(form.cmbUnits->currentText(), u"1"_qs);
-    EXPECT_EQ(form.cmbUnits->count(), 30);
-    EXPECT_EQ(End(form), 0);
-    for (const QWidget* off : {static_cast<QWidget*>(form.cmbNumber), static_cast<QWidget*>(form.txtDeadLine),
-                               static_cast<QWidget*>(form.cmdPickDate), static_cast<QWidget*>(form.chkDay[0]),
-                               static_cast<QWidget*>(form.optMonthDay[0])}) {
-      EXPECT_FALSE(off->isEnabled()) << off->objectName().toStdString();
-    }
-  });
-}
-
-TEST_F(RepeatDialog, LoadsAWeeklyRule) {
-  Load("RRULE:FREQ=WEEKLY BYDAY=MO,WE INTERVAL=2 COUNT=10", [](const frmRepeat& form) {
-    EXPECT_EQ(form.cmbTimeUnit->currentText(), u"Týdně"_qs);
-    EXPECT_EQ(form.cmbUnits->currentText(), u"2"_qs);
-    EXPECT_EQ(Checked(form), "Pondělí,Středa");
-    EXPECT_EQ(End(form), 1);
-    EXPECT_EQ(form.cmbNumber->currentText(), u"10"_qs);
-    EXPECT_TRUE(form.chkDay[6]->isEnabled());
-    EXPECT_TRUE(form.cmbNumber->isEnabled());
-    EXPECT_FALSE(form.txtDeadLine->isEnabled());
-  });
-}
-
-TEST_F(RepeatDialog, LoadsAMonthlyRule) {
-  Load("RRULE:FREQ=MONTHLY BYDAY=3WE INTERVAL=1 UNTIL=20240905T090500Z", [](const frmRepeat& form) {
-    EXPECT_EQ(form.cmbTimeUnit->currentText(), u"Měsíčně"_qs);
-    EXPECT_TRUE(form.optMonthDay[1]->isChecked());
-    EXPECT_EQ(End(form), 2);
-    EXPECT_EQ(form.txtDeadLine->text(), u"05.09.2024"_qs);
-    EXPECT_TRUE(form.cmdPickDate->isEnabled());
-  });
-  Load("RRULE:FREQ=MONTHLY BYMONTHDAY=17 INTERVAL=1 ",
-       [](const frmRepeat& form) { EXPECT_TRUE(form.optMonthDay[0]->isChecked()); });
+TEST_F(RepeatDialog, LoadsARule) {
+  // The rule; unit, interval, the days, which of the end and month options, number and end date; what is enabled.
+  const std::tuple<const char*, const char*> rules[] = {
+      {"", "Denně 1 () end 0 month -1 number 1 until  - "},
+      {"RRULE:FREQ=WEEKLY BYDAY=MO,WE INTERVAL=2 COUNT=10",
+       "Týdně 2 (Pondělí,Středa) end 1 month 0 number 10 until  - days number "},
+      {"RRULE:FREQ=MONTHLY BYDAY=3WE INTERVAL=1 UNTIL=20240905T090500Z",
+       "Měsíčně 1 (Středa) end 2 month 1 number 1 until 05.09.2024 - month until "},
+      {"RRULE:FREQ=MONTHLY BYMONTHDAY=17 INTERVAL=1 ", "Měsíčně 1 () end 0 month 0 number 1 until  - month "},
+      {"FREQ=YEARLY UNTIL=20240905", "Ročně 1 () end 2 month 0 number 1 until 17.01.2024 - until "}};
+  for (const auto& [rule, loaded] : rules) {
+    Load(rule, [&, loaded = loaded](const frmRepeat& form) { EXPECT_EQ(Loaded(form), loaded); });
+  }
 }
 
 TEST_F(RepeatDialog, NumbersBeyondItsListsAreShortened) {
@@ -190,7 +174,8 @@ TEST_F(RepeatDialog, IsWalkedThroughByKeyAndEar) {
         "Storno");
     form.optEnd[1]->setFocus();
     Play(
-        "Down > say: Koncové datum | Space > say: Koncové datum | Tab > say: Koncové datum: 17.01.2024 | Tab > say: "
+        "Down > say: Koncové datum | Down > sound: end.wav | Space > say: Koncové datum | Tab > say: Koncové datum: "
+        "17.01.2024 | Tab > say: "
         "Vybrat koncové datum | Tab > say: OK");
     EXPECT_EQ(form.cmbNumber->currentIndex(), -1);
     Press("Return");
@@ -242,56 +227,41 @@ struct Record {
     };
     OpenRepeatEditor(host, Date());
   }
-  std::string Events() const { return events.join(u"; "_qs).toStdString(); }
 };
 
 }  // namespace
 
-TEST(OpenRepeatEditor, AGivenUpDialogChangesNothing) {
-  Record record;
-  record.Open();
-  EXPECT_EQ(record.Events(), "Nastavit opakování");
-  EXPECT_EQ(record.text3, u"17.1.2024 9:05"_qs);
-}
-
-TEST(OpenRepeatEditor, AMovedStartTakesTheEndAlong) {
-  Record record;
-  record.newRule = u"RRULE:FREQ=WEEKLY BYDAY=FR INTERVAL=1 "_qs;
-  record.newStart = u"19.1.2024 9:05:00"_qs;
-  record.Open();
-  EXPECT_EQ(record.Events(), "Upravit opakování");
-  EXPECT_EQ(record.text3, u"19.1.2024 9:05"_qs);
-  EXPECT_EQ(record.text4, u"19.1.2024 10:00"_qs);
-
-  Record endless;
-  endless.newRule = record.newRule;
-  endless.newStart = record.newStart;
-  endless.text4.clear();
-  endless.Open();
-  EXPECT_EQ(endless.text4, QString());
-}
-
-TEST(OpenRepeatEditor, AnotherRuleOfASavedSeriesReplacesIt) {
-  Record record;
-  record.state.Repeat_Rule = u"RRULE:FREQ=DAILY INTERVAL=1"_qs;
-  record.newRule = u"RRULE:FREQ=DAILY INTERVAL=2 "_qs;
-  record.Open();
-  EXPECT_EQ(record.Events(), "Upravit opakování; edit RRULE:FREQ=DAILY INTERVAL=2 ; unload");
-
-  record.events.clear();
-  record.state.Repeat_Rule = u"RRULE:FREQ=DAILY INTERVAL=1"_qs;
-  record.seriesReplaced = false;
-  record.Open();
-  EXPECT_EQ(record.Events(), "Upravit opakování; edit RRULE:FREQ=DAILY INTERVAL=2 ");
-  EXPECT_EQ(record.state.Repeat_Rule, u"RRULE:FREQ=DAILY INTERVAL=1"_qs);
-}
-
-TEST(OpenRepeatEditor, OuterBlanksAreNoChange) {
-  Record record;
-  record.state.Repeat_Rule = u"RRULE:FREQ=DAILY INTERVAL=1"_qs;
-  record.newRule = u"RRULE:FREQ=DAILY INTERVAL=1 "_qs;
-  record.Open();
-  EXPECT_EQ(record.Events(), "Upravit opakování");
+TEST(OpenRepeatEditor, CarriesWhatTheDialogLeavesIntoTheForm) {
+  const char* daily = "RRULE:FREQ=DAILY INTERVAL=1";
+  struct Case {
+    const char *remembered, *newRule, *newStart, *text4;
+    bool replaced;
+    const char *events, *rule, *newText3, *newText4;
+  };
+  const Case cases[] = {
+      {"", "", "", "17.1.2024 10:00", true, "Nastavit opakování", "", "17.1.2024 9:05", "17.1.2024 10:00"},
+      {"", daily, "19.1.2024 9:05:00", "17.1.2024 10:00", true, "Upravit opakování", daily, "19.1.2024 9:05",
+       "19.1.2024 10:00"},
+      {"", daily, "19.1.2024 9:05:00", "", true, "Upravit opakování", daily, "19.1.2024 9:05", ""},
+      {daily, "FREQ=YEARLY", "", "", true, "Upravit opakování; edit FREQ=YEARLY; unload", "FREQ=YEARLY",
+       "17.1.2024 9:05", ""},
+      {daily, "FREQ=YEARLY", "", "", false, "Upravit opakování; edit FREQ=YEARLY", daily, "17.1.2024 9:05", ""},
+      {daily, "RRULE:FREQ=DAILY INTERVAL=1 ", "", "", true, "Upravit opakování", "RRULE:FREQ=DAILY INTERVAL=1 ",
+       "17.1.2024 9:05", ""},
+  };
+  for (const Case& c : cases) {
+    Record record;
+    record.state.Repeat_Rule = QString::fromLatin1(c.remembered);
+    record.newRule = QString::fromLatin1(c.newRule);
+    record.newStart = QString::fromLatin1(c.newStart);
+    record.text4 = QString::fromLatin1(c.text4);
+    record.seriesReplaced = c.replaced;
+    record.Open();
+    EXPECT_EQ(record.events.join(u"; "_qs).toStdString(), c.events);
+    EXPECT_EQ(record.state.Repeat_Rule.toStdString(), c.rule);
+    EXPECT_EQ(record.text3.toStdString(), c.newText3);
+    EXPECT_EQ(record.text4.toStdString(), c.newText4);
+  }
 }
 
 TEST(RepeatChoice, TheFifthFridayOfItsMonth) {

@@ -69,11 +69,6 @@ TEST(RuleText, ReadsPiecesWhereverTheyStand) {
   for (const TextCase& c : kRead) EXPECT_EQ(RuleText::Read(QString::fromLatin1(c.text)), c.rule) << c.text;
 }
 
-TEST(RuleText, AnUnreadableUntilStillEndsTheSeriesByDate) {
-  EXPECT_FALSE(RuleText::Read(u"RRULE:FREQ=DAILY UNTIL=20250101"_qs).IsEndless());
-  EXPECT_TRUE(RuleText::Read(u"RRULE:FREQ=DAILY COUNT=0"_qs).IsEndless());
-}
-
 TEST(RuleText, StampsAreLocalTimeWithoutSeconds) {
   EXPECT_EQ(MakeRuleStamp(Date::FromParts(2024, 12, 31, 9, 5, 59).value()), u"20241231T090500"_qs);
   EXPECT_EQ(MakeRuleStamp(At(987, 1, 2)), u"9870102T000000"_qs);
@@ -95,15 +90,6 @@ TEST(RuleText, ReadsStamps) {
 TEST(RuleText, RulesAreTheSameWithoutOuterBlanks) {
   EXPECT_TRUE(SameRule(u" RRULE:FREQ=DAILY INTERVAL=1 "_qs, u"RRULE:FREQ=DAILY INTERVAL=1"_qs));
   EXPECT_FALSE(SameRule(u"RRULE:FREQ=DAILY INTERVAL=1"_qs, u"RRULE:FREQ=DAILY  INTERVAL=1"_qs));
-}
-
-TEST(RuleText, CountsAWeekdayWithinItsMonth) {
-  EXPECT_EQ(WeekdayOrdinal(At(2024, 3, 1)), 1);
-  EXPECT_EQ(WeekdayOrdinal(At(2024, 3, 7)), 1);
-  EXPECT_EQ(WeekdayOrdinal(At(2024, 3, 8)), 2);
-  EXPECT_EQ(WeekdayOrdinal(At(2024, 3, 29)), 5);
-  EXPECT_EQ(DayCode(1), u"SU"_qs);
-  EXPECT_EQ(DayCode(6), u"FR"_qs);
 }
 
 }  // namespace talnik::test

@@ -1,18 +1,9 @@
 #include "recurrence/RuleWalk.h"
-
-#include <QStringList>
-
-#include <gtest/gtest.h>
+#include "recurrence/SeriesStore.h"
 
 namespace talnik::test {
 
 namespace {
-
-Date Moment(const char* text) {
-  const auto date = CDate(QString::fromLatin1(text), Date());
-  EXPECT_TRUE(date) << text;
-  return date.value_or(Date());
-}
 
 QStringList Walked(const char* start, const char* rule, const char* now) {
   const WalkResult walk =

@@ -23,10 +23,10 @@ class Life {
     justRebuilt_ = false;
     if (series_.Rows(statements::Roots()).size() < 2) return Create();
     using Act = void (Life::*)();
-    static constexpr std::array<Act, 14> acts = {
-        &Life::ChangeOne,          &Life::ChangeOne, &Life::ChangeAll,  &Life::DeleteOne,    &Life::DeleteOne,
-        &Life::DeleteByAlarm,      &Life::DeleteAll, &Life::ChangeRule, &Life::MoveTheClock, &Life::StartAnew,
-        &Life::MeetAnotherProgram, &Life::Rebuild,   &Life::Rebuild,    &Life::Rebuild};
+    static constexpr std::array<Act, 12> acts = {&Life::ChangeOne, &Life::ChangeOne,  &Life::ChangeAll,
+                                                 &Life::DeleteOne, &Life::DeleteOne,  &Life::DeleteByAlarm,
+                                                 &Life::DeleteAll, &Life::ChangeRule, &Life::MoveTheClock,
+                                                 &Life::Rebuild,   &Life::Rebuild,    &Life::Rebuild};
     if (series_.Rows(statements::Roots()).size() < 6 && Below(6) == 0) return Create();
     (this->*acts.at(static_cast<std::size_t>(Below(acts.size()))))();
   }
@@ -222,19 +222,6 @@ class Life {
     const int hours = Below(8) == 0 ? -Below(48) : Below(24 * 10);
     series_.time.now = DateAdd(DateUnit::Hour, hours, series_.time.now).value();
     Note(u"it is "_qs + DateText(series_.time.now));
-  }
-
-  void StartAnew() {
-    Note(u"start anew"_qs);
-    series_.store.Close();
-  }
-
-  void MeetAnotherProgram() {
-    Note(u"another program writes"_qs);
-    const QString victim = u"(SELECT rowid FROM schedule WHERE status=1 ORDER BY random() LIMIT 1)"_qs;
-    const std::array<QString, 2> harms = {QString(u"UPDATE schedule SET appointment='cizí' WHERE rowid="_qs + victim),
-                                          QString(u"DELETE FROM schedule WHERE rowid="_qs + victim)};
-    EXPECT_TRUE(series_.watcher.Execute({harms.at(static_cast<std::size_t>(Below(2))), {}}));
   }
 
   void Rebuild() {

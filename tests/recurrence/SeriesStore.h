@@ -155,6 +155,14 @@ struct SeriesStore {
     return rows;
   }
 
+  /// From now on no row of status 1 can be added.
+  void RefuseInserts() {
+    EXPECT_TRUE(
+        store.Execute({u"CREATE TRIGGER full BEFORE INSERT ON schedule WHEN NEW.status=1 BEGIN SELECT "
+                       u"RAISE(ABORT,'full'); END"_qs,
+                       {}}));
+  }
+
   void Touch(const QString& file) {
     QFile note(file);
     EXPECT_TRUE(note.open(QIODevice::WriteOnly));
