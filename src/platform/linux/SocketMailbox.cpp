@@ -31,12 +31,12 @@ SocketMailbox::~SocketMailbox() {
 }
 
 QString SocketMailbox::Address() const {
-  return folder_ + u"/talnik/"_qs + name_;
+  return folder_ + u'/' + name_;
 }
 
 bool SocketMailbox::Open() {
   if (server_.isListening()) return true;
-  if (folder_.isEmpty() || !ClaimPrivateFolder(folder_ + u"/talnik"_qs)) return false;
+  if (folder_.isEmpty() || !ClaimPrivateFolder(folder_)) return false;
   QLocalServer::removeServer(Address());  // left by a process that was killed
   return server_.listen(Address());
 }
