@@ -13,6 +13,7 @@
 #include <QGroupBox>
 #include <QPushButton>
 #include <QRadioButton>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <utility>
@@ -58,7 +59,10 @@ void frmDayView::BuildControls() {
     auto* button = new QRadioButton(captions.at(place), Frame1);
     NameControl(button, u"optFreeTime(%1)"_qs.arg(option));
     button->setChecked(option == chosen);
-    LetButtonSpeak(button, events(), speech(), title_);
+    events().GotFocus(button, [this, button] {
+      // A focus that comes with a choice is spoken by the choice.
+      if (button->isChecked() && !optionSaid_) title_.FocusRead(speech(), QString(), button->text().remove(u'&'));
+    });
     connect(button, &QRadioButton::toggled, this, [this, option](bool checked) {
       if (checked) optFreeTime_Click(option);
     });
@@ -176,6 +180,8 @@ void frmDayView::optFreeTime_Click(int option) {
   services().setting.DayViewFreeTime = option;
   GetSpareTime();
   speech().Say(optFreeTime.at(static_cast<std::size_t>(option))->text().remove(u'&'));
+  optionSaid_ = true;
+  QTimer::singleShot(0, this, [this] { optionSaid_ = false; });
 }
 
 void frmDayView::cmdInsert_Click() {

@@ -82,6 +82,7 @@ class frmDayView : public Form {
   QList<DayItem> items_;    ///< the lines of the list
   QList<DayItem> deleted_;  ///< deleted in this window
   int lineAtKeyDown_ = -1;
+  bool optionSaid_ = false;  ///< in this turn of the event loop
 };
 
 }  // namespace talnik

@@ -165,8 +165,16 @@ TEST_F(DayView, ReadsEachLineAndBothOptions) {
     EXPECT_EQ(Heard(), "say: Volný čas");
     EXPECT_EQ(ListLines(window), "20:00 až 06:00 15.1.2024 noc|06:01 až 08:59|09:00 až 10:00 porada|10:01 až 23:59");
     EXPECT_FALSE(FormDriver::Find<QPushButton>(window, "cmdGoTo")->isEnabled());
-    List(window)->setFocus();
+    freeTime->setFocus();
+    FormDriver::Settle();
     Heard();
+    for (const auto& [key, heard] : {std::pair(Qt::Key_Up, "say: Úkoly"), std::pair(Qt::Key_Down, "say: Volný čas")}) {
+      user_.Press(key, Qt::NoModifier, window);
+      FormDriver::Settle();
+      EXPECT_EQ(Heard(), heard) << "once";
+    }
+    user_.Press(Qt::Key_Return, Qt::NoModifier, window);
+    EXPECT_EQ(Heard(), "say: 20:00 až 06:00 15.1.2024 noc") << "Enter goes to the list";
     PressInList(window, Qt::Key_Down);
     EXPECT_EQ(Heard(), "say: 06:01 až 08:59");
     for (const int key : {Qt::Key_Return, Qt::Key_F8}) {
