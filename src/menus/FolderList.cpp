@@ -6,6 +6,7 @@
 #include <QDir>
 
 #include <algorithm>
+#include <array>
 
 namespace talnik {
 
@@ -15,20 +16,32 @@ QString Words(const char* text) {
   return QCoreApplication::translate("FolderList", text);
 }
 
+char16_t WithoutAccent(QChar letter) {
+  const QString parts = letter.decompositionTag() == QChar::Canonical ? letter.decomposition() : QString();
+  return parts.isEmpty() ? letter.toLower().unicode() : WithoutAccent(parts[0]);
+}
+
 /// A letter without its accent, in small.
 char16_t BareLetter(QChar letter) {
-  if (letter.unicode() > 0x7F) {
-    const QString parts = letter.decomposition();
-    if (!parts.isEmpty() && letter.decompositionTag() == QChar::Canonical) letter = BareLetter(parts[0]);
-  }
-  return letter.toLower().unicode();
+  // The letters of Europe are asked for a hundred thousand times at one key.
+  constexpr std::size_t usual = 0x250;
+  static const std::array<char16_t, usual> bare = [] {
+    std::array<char16_t, usual> letters{};
+    for (std::size_t i = 0; i < usual; ++i) letters.at(i) = WithoutAccent(QChar(static_cast<char16_t>(i)));
+    return letters;
+  }();
+  return letter.unicode() < usual ? bare[letter.unicode()] : WithoutAccent(letter);
+}
+
+bool IsAccent(QChar letter) {
+  return letter.unicode() >= 0x300 && letter.category() == QChar::Mark_NonSpacing;
 }
 
 /// The letters without accents, in small.
 QString Bare(const QString& text) {
   QString bare;
   for (const QChar letter : text) {
-    if (letter.category() != QChar::Mark_NonSpacing) bare += QChar(BareLetter(letter));
+    if (!IsAccent(letter)) bare += QChar(BareLetter(letter));
   }
   return bare;
 }
@@ -42,7 +55,7 @@ bool BeginsBare(QStringView name, const QString& bareLetters) {
   qsizetype matched = 0;
   for (qsizetype i = 0; matched < bareLetters.size(); ++i) {
     if (i >= name.size()) return false;
-    if (name[i].category() == QChar::Mark_NonSpacing) continue;
+    if (IsAccent(name[i])) continue;
     if (QChar(BareLetter(name[i])) != bareLetters[matched]) return false;
     ++matched;
   }
@@ -65,21 +78,28 @@ QString Counted(qsizetype count, const char* one, const char* few, const char* m
 }  // namespace
 
 NameFilter::NameFilter(const QString& masks) {
+  static const QRegularExpression wildcard(u"[*?\\[]"_qs);
   for (const QString& part : masks.split(u';', Qt::SkipEmptyParts)) {
-    const QString plain = part.trimmed();
-    if (plain == u"*.*"_qs || plain == u"*"_qs) {
-      masks_.clear();
+    const QString mask = part.trimmed();
+    if (mask == u"*.*"_qs || mask == u"*"_qs) {
+      *this = NameFilter();
       return;
     }
-    const QRegularExpression mask(QRegularExpression::wildcardToRegularExpression(plain));
-    masks_.push_back(mask.isValid() ? mask : QRegularExpression(QRegularExpression::escape(plain)));
+    if (mask.startsWith(u'*') && !QStringView(mask).sliced(1).contains(wildcard)) {
+      endings_ << mask.mid(1);
+      continue;
+    }
+    const QRegularExpression whole(QRegularExpression::wildcardToRegularExpression(mask));
+    masks_.push_back(whole.isValid() ? whole : QRegularExpression(QRegularExpression::escape(mask)));
     masks_.back().setPatternOptions(QRegularExpression::CaseInsensitiveOption);
   }
 }
 
 bool NameFilter::Matches(const QString& name) const {
-  return masks_.empty() || std::any_of(masks_.begin(), masks_.end(),
-                                       [&name](const QRegularExpression& mask) { return mask.match(name).hasMatch(); });
+  const auto ends = [&name](const QString& ending) { return name.endsWith(ending, Qt::CaseInsensitive); };
+  const auto fits = [&name](const QRegularExpression& mask) { return mask.match(name).hasMatch(); };
+  if (endings_.isEmpty() && masks_.empty()) return true;
+  return std::any_of(endings_.begin(), endings_.end(), ends) || std::any_of(masks_.begin(), masks_.end(), fits);
 }
 
 QList<Folders::Entry> FolderList(const QList<Folders::Entry>& entries, const NameFilter& filter) {
@@ -164,18 +184,18 @@ QString WithExtension(const QString& path, const QString& mask) {
   return !isPlain || path.endsWith(extension, Qt::CaseInsensitive) ? path : QString(path + extension);
 }
 
-int FindByLetters(const QList<Folders::Entry>& entries, const QString& letters, int from) {
-  const auto find = [&](auto begins) {
-    const int count = static_cast<int>(entries.size());
-    for (int i = 0; i < count; ++i) {
-      const int at = (from + i) % count;
-      if (begins(LastName(entries[at].name))) return at;
-    }
-    return -1;
-  };
-  const int exact = find([&](QStringView name) { return name.startsWith(letters, Qt::CaseInsensitive); });
-  if (exact >= 0) return exact;
-  return find([bare = Bare(letters)](QStringView name) { return BeginsBare(name, bare); });
+int FindByLetters(const QList<Folders::Entry>& entries, const QString& letters, int from, bool inPaths) {
+  const QString bare = Bare(letters);
+  const int count = static_cast<int>(entries.size());
+  int withOtherAccents = -1;
+  for (int i = 0; i < count; ++i) {
+    const int at = (from + i) % count;
+    const QStringView name = inPaths ? LastName(entries[at].name) : QStringView(entries[at].name);
+    if (!BeginsBare(name, bare)) continue;
+    if (name.startsWith(letters, Qt::CaseInsensitive)) return at;
+    if (withOtherAccents < 0) withOtherAccents = at;
+  }
+  return withOtherAccents;
 }
 
 bool HoldsText(const QString& name, const QString& text) {

@@ -5,6 +5,7 @@
 #include <QList>
 #include <QRegularExpression>
 #include <QString>
+#include <QStringList>
 
 #include <vector>
 
@@ -18,7 +19,8 @@ class NameFilter {
   bool Matches(const QString& name) const;
 
  private:
-  std::vector<QRegularExpression> masks_;  ///< empty when all is shown
+  QStringList endings_;                    ///< of masks such as "*.wav"
+  std::vector<QRegularExpression> masks_;  ///< all others
 };
 
 /// The lines of a folder's list: folders first, then the files that the filter shows, both in Czech order.
@@ -52,8 +54,9 @@ QString TypedPath(const QString& typed, const QString& folder, const QString& ho
 QString WithExtension(const QString& path, const QString& mask);
 
 /// The index of the next entry that begins with the letters, from `from` on and around the end; capital or small counts
-/// for nothing, and accents only where some name has them as typed. -1 when there is none.
-int FindByLetters(const QList<Folders::Entry>& entries, const QString& letters, int from);
+/// for nothing, and accents only where some name has them as typed. With `inPaths` the
+/// last part of a path counts. -1 when there is none.
+int FindByLetters(const QList<Folders::Entry>& entries, const QString& letters, int from, bool inPaths = false);
 
 /// True when the name holds the text somewhere; capital, small and accents count for nothing.
 bool HoldsText(const QString& name, const QString& text);

@@ -262,19 +262,15 @@ void fFileOpen::FolderKeyPress(Key& key) {
   key.Swallow();
 }
 
-/// Goes on to the next line that begins with the letters typed in a row; one letter again and again goes through its
-/// lines.
+/// Goes on to the next line that begins with the letters typed in a row. One letter again and again goes through its
+/// lines, so a name that begins with a doubled letter is come to by the first of them.
 void fFileOpen::FindLetters(const QString& letters) {
   typing_.start();
-  const bool isFirst = typed_.isEmpty();
-  const bool isAgain = typed_ == letters;
-  typed_ += letters;
+  if (typed_ == letters) typed_.clear();
   const int row = dirList->Row();
-  int found = FindByLetters(dirList->Lines(), typed_, isFirst ? row + 1 : row);
-  if (found < 0 && isAgain) {
-    typed_ = letters;
-    found = FindByLetters(dirList->Lines(), typed_, row + 1);
-  }
+  const int from = typed_.isEmpty() ? row + 1 : row;
+  typed_ += letters;
+  const int found = FindByLetters(dirList->Lines(), typed_, from, showsFound_);
   if (found < 0) {
     typed_.chop(letters.size());
     return speech().Signal(Speech::Refused);

@@ -88,7 +88,7 @@ TEST(FolderList, LettersFindTheNextName) {
   } const cases[] = {{"d", 0, 2}, {"d", 3, 3}, {"d", 4, 2},  {"ď", 0, 4},  {"do", 2, 3}, {"č", 1, 0},      {"c", 0, 1},
                      {"é", 0, 5}, {"e", 0, 5}, {"sk", 0, 6}, {"DŮ", 0, 2}, {"x", 0, -1}, {"cestau", 0, -1}};
   for (const auto& [letters, from, found] : cases)
-    EXPECT_EQ(FindByLetters(entries, QString::fromUtf8(letters), from), found) << letters << ' ' << from;
+    EXPECT_EQ(FindByLetters(entries, QString::fromUtf8(letters), from, true), found) << letters << ' ' << from;
   EXPECT_EQ(FindByLetters({}, u"a"_qs, 0), -1);
   EXPECT_EQ(FindByLetters(Entries("e\u0301ter"), u"éter"_qs, 0), 0) << "the accent as a character of its own";
 }
