@@ -56,7 +56,8 @@ void AlarmQueue::RegisterAlarm() {
   std::optional<ScheduleRecord> next;
   int count = 0;
   const bool read = world_.store.ForEach(statements::AlarmQueue(), [&](const ScheduleRecord& row) {
-    if (IsGiven(row)) return true;
+    // What another program wrote there need not be a moment.
+    if (!row.alarmtime || IsGiven(row)) return true;
     if (!next) next = row;
     ++count;
     // The others are only counted, and only where somebody reads the count.

@@ -1,10 +1,6 @@
 #include "alarms/AlarmWorld.h"
 #include "alarms/frmAlarmBox.h"
-#include "shell/VoiceDialog.h"
-#include "shell/cSetting.h"
-#include "support/FormDriver.h"
 
-#include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
@@ -38,10 +34,10 @@ class AlarmBoxTest : public AlarmWorld {
       if (box.isVisible()) box.close();
     });
     wait.start(0);
-    user.Expect([](QWidget*) {});
+    driver.Expect([](QWidget*) {});
     box.Open();
     Listen();
-    EXPECT_TRUE(acted && user.AllCame());
+    EXPECT_TRUE(acted && driver.AllCame());
   }
 
   void Listen() {
@@ -62,15 +58,8 @@ class AlarmBoxTest : public AlarmWorld {
     }
     return spoken.join(u'|').toStdString();
   }
-  static std::string Text(const frmAlarmBox& box) { return box.Text1->toPlainText().toStdString(); }
+  static std::string Shown(const frmAlarmBox& box) { return box.Text1->toPlainText().toStdString(); }
 
-  FormDriver user;
-  CommonSettings look;
-  cSetting setting{world.profile, world.shell};
-  Speech speech{&world.voice, world.braille, world.sound, QString()};
-  FormServices services{speech, dialogs, world.clock, look, setting};
-  Dialogs dialogs{services};
-  CalendarNames names = LocaleCalendarNames();
   Countdown countdown;
   TimeEntry entry;
   QStringList heard, unread;
@@ -85,10 +74,10 @@ TEST_F(AlarmBoxTest, RingsAsOftenAsSetAndWaits) {
     EXPECT_EQ(Rounds("alarm.wav"), 2);
     EXPECT_EQ(Spoken(), "say: Alarm|and: Zobrazit");
     EXPECT_TRUE(box.isVisible());
-    EXPECT_EQ(Text(box), "15.1.2024 8:30");
+    EXPECT_EQ(Shown(box), "15.1.2024 8:30");
     EXPECT_FALSE(box.cmdPlay->isEnabled());
     EXPECT_TRUE(queue.AlarmRung);
-    user.Press(Qt::Key_Escape);
+    Press("Esc");
     EXPECT_FALSE(box.isVisible());
   });
   EXPECT_EQ(queue.NextAlarm, AlarmQueue::NoAlarm());
@@ -98,7 +87,7 @@ TEST_F(AlarmBoxTest, RingsWithoutEndUntilTheUserActs) {
   setting.AlarmLoop = 0;
   roundsBefore = 4;
   Give([&](frmAlarmBox&) {
-    user.Press(Qt::Key_Space);
+    Press("Space");
     const auto rounds = Rounds("alarm.wav");
     FormDriver::Settle();
     EXPECT_EQ(Rounds("alarm.wav"), rounds);
@@ -111,7 +100,7 @@ TEST_F(AlarmBoxTest, PlaysTheNoteInsteadOfTheSound) {
   sound = "K15083.241";
   Give([&](frmAlarmBox& box) {
     EXPECT_TRUE(box.cmdPlay->isEnabled());
-    user.Press(Qt::Key_F6);
+    Press("F6");
     EXPECT_EQ(Rounds("K15083.241"), 3);
   });
   EXPECT_EQ(Rounds("alarm.wav"), 0);
@@ -120,50 +109,48 @@ TEST_F(AlarmBoxTest, PlaysTheNoteInsteadOfTheSound) {
 TEST_F(AlarmBoxTest, SaysTheEventOnlyWhenAsked) {
   Give([&](frmAlarmBox& box) {
     Spoken();
-    user.Press(Qt::Key_Return);
+    Press("Return");
     EXPECT_EQ(Spoken(), "stop|say: Za 15 minut \nZubař");
     EXPECT_TRUE(box.Text1->hasFocus());
     EXPECT_FALSE(box.cmdShow->isVisible());
-    user.Press(Qt::Key_Return);
+    Press("Return");
     EXPECT_EQ(Spoken(), "stop");
 
     SetClock("15.1.2024 8:45:30");
-    EXPECT_TRUE(FormDriver::Until([&] { return Text(box) == "Nyní\nZubař"; }));
+    EXPECT_TRUE(FormDriver::Until([&] { return Shown(box) == "Nyní\nZubař"; }));
     EXPECT_EQ(Spoken(), "") << "the time goes on counting in silence";
   });
 }
 
-TEST_F(AlarmBoxTest, AButtonDoesItsWorkUnderEnterToo) {
-  Give([&](frmAlarmBox& box) {
-    box.cmdDel->setFocus();
-    user.Press(Qt::Key_Return);
-    EXPECT_FALSE(box.isVisible());
-  });
-  EXPECT_EQ(Count(), 0);
-  EXPECT_EQ(refreshed, 1);
-}
-
 TEST_F(AlarmBoxTest, DeletesWithoutTakingTheNextAlarmAlong) {
   Add("next", "15.1.2024 9:45", "15.1.2024 9:30");
-  Give([&](frmAlarmBox&) { user.Press(Qt::Key_F8); });
+  Give([&](frmAlarmBox& box) {
+    // A button does its work under Enter too.
+    box.cmdDel->setFocus();
+    Press("Return");
+    EXPECT_FALSE(box.isVisible());
+  });
   EXPECT_EQ(Count(), 1);
-  EXPECT_EQ(queue.NextAlarmText, u"next"_qs);
+  EXPECT_EQ(refreshed, 1);
   EXPECT_FALSE(Find("next").alarmfired);
+  roundsBefore = 4;
+  Give([&](frmAlarmBox&) { Press("F8"); });
+  EXPECT_EQ(Count(), 0);
 }
 
 TEST_F(AlarmBoxTest, Postpones) {
   Give([&](frmAlarmBox& box) {
-    user.Expect([&](QWidget* dialog) {
+    driver.Expect([&](QWidget* dialog) {
       EXPECT_EQ(dialog->windowTitle(), u"Odložit"_qs);
-      FormDriver::Find<QPushButton>(dialog, "cmdCancel")->click();
+      Click(dialog, "cmdCancel");
     });
-    user.Press(Qt::Key_F9);
+    Press("F9");
     EXPECT_TRUE(box.isVisible()) << "Storno leaves the box";
-    user.Expect([&](QWidget* dialog) {
-      FormDriver::Find<QLineEdit>(dialog, "Text1(1)")->setText(u"10"_qs);
-      FormDriver::Find<QPushButton>(dialog, "cmdSet")->click();
+    driver.Expect([&](QWidget* dialog) {
+      SetTime(dialog, "00", "10");
+      Click(dialog, "cmdSet");
     });
-    user.Press(Qt::Key_F9);
+    Press("F9");
     EXPECT_FALSE(box.isVisible());
   });
   EXPECT_EQ(entry.DelayStartText, u"15.1.2024 8:30"_qs);
@@ -183,7 +170,7 @@ TEST_F(AlarmBoxTest, TellsTheEndOfTheCountdown) {
         EXPECT_EQ(box.windowTitle(), u"Minutník"_qs);
         EXPECT_EQ(box.Tag(), 1732);
         EXPECT_EQ(Spoken(), "say: Minutník skončil|and: Zavřít");
-        user.Press(Qt::Key_Return);
+        Press("Return");
         EXPECT_FALSE(box.isVisible());
       },
       frmAlarmBox::Role::Countdown);

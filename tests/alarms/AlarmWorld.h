@@ -4,13 +4,9 @@
 #include "store/Statements.h"
 #include "store/Store.h"
 #include "store/Template.h"
-#include "support/FakePlatform.h"
+#include "timetools/TimeWorld.h"
 
 #include <QTemporaryDir>
-
-#include <gtest/gtest.h>
-
-#include <optional>
 
 namespace talnik::test {
 
@@ -19,7 +15,7 @@ inline Date At(const char* text) {
 }
 
 /// The queue over a real store, at 8:30 of 15 January 2024.
-class AlarmWorld : public testing::Test {
+class AlarmWorld : public testing::Test, protected TimeWorld {
  protected:
   AlarmWorld() { EXPECT_TRUE(CreateStore(store.Path())); }
 
@@ -66,7 +62,6 @@ class AlarmWorld : public testing::Test {
   }
 
   QTemporaryDir folder;
-  FakeWorld world;
   Store store{folder.filePath(u"talnik.MDB"_qs)};
   QStringList emptied;  ///< the series that were to be removed if empty
   AlarmQueue queue{
