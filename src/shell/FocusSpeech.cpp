@@ -27,7 +27,7 @@ void AnswerKeysOfOption(QAbstractButton* option, ControlEvents& events, Speech& 
   events.KeyDown(option, [stays, isArrow](Key& key) { *stays = isArrow(key); });
   events.KeyUp(option, [stays, isArrow, option, &speech](Key& key) {
     if (key.Is(Qt::Key_Space)) speech.Say(option->text().remove(u'&'));
-    if (isArrow(key) && std::exchange(*stays, false)) speech.Signal(Speech::EndOfList);
+    if (isArrow(key) && std::exchange(*stays, false) && option->hasFocus()) speech.Signal(Speech::EndOfList);
   });
 }
 

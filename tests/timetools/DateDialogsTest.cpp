@@ -75,7 +75,11 @@ TEST(PickDate, TheKeysOfTheListMoveAndSpeak) {
   w.Pick("31.12.9999", [&](QWidget*) {
     w.Play(
         "Down > sound: end.wav | PgDown > sound: end.wav | Right > sound: end.wav | "
-        "F3 > say: 31. pátek prosinec 9999");
+        "Ctrl+Right > sound: end.wav | F3 > say: 31. pátek prosinec 9999");
+    w.Press("Esc");
+  });
+  w.Pick("1.1.1", [&](QWidget*) {
+    w.Play("Up > sound: end.wav | PgUp > sound: end.wav | Left > sound: end.wav | F3 > say: 1. pondělí leden 0001");
     w.Press("Esc");
   });
 }
