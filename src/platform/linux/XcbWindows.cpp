@@ -73,7 +73,8 @@ ForeignWindowInfo LinuxShell::WindowWithFocus() {
   const auto own = static_cast<std::uint32_t>(getpid());
   if (active == 0 || properties.Number(active, "_NET_WM_PID") == own) return {};
   const QByteArray name = properties.Bytes(active, "_NET_WM_NAME");
-  return {active, name.isEmpty() ? QString::fromLatin1(properties.Bytes(active, "WM_NAME")) : QString::fromUtf8(name)};
+  return {active,
+          name.isEmpty() ? QString::fromLocal8Bit(properties.Bytes(active, "WM_NAME")) : QString::fromUtf8(name)};
 }
 
 bool LinuxShell::WindowExists(quint64 handle) {
