@@ -14,6 +14,19 @@ struct Forms {
   const char* pastOther;
 };
 
+constexpr Forms kYears = {QT_TRANSLATE_NOOP("CzechNumbers", "rok"), QT_TRANSLATE_NOOP("CzechNumbers", "roky"),
+                          QT_TRANSLATE_NOOP("CzechNumbers", "roků"), QT_TRANSLATE_NOOP("CzechNumbers", "rokem"),
+                          QT_TRANSLATE_NOOP("CzechNumbers", "roky")};
+constexpr Forms kDays = {QT_TRANSLATE_NOOP("CzechNumbers", "den"), QT_TRANSLATE_NOOP("CzechNumbers", "dny"),
+                         QT_TRANSLATE_NOOP("CzechNumbers", "dnů"), QT_TRANSLATE_NOOP("CzechNumbers", "dnem"),
+                         QT_TRANSLATE_NOOP("CzechNumbers", "dny")};
+constexpr Forms kHours = {QT_TRANSLATE_NOOP("CzechNumbers", "hodinu"), QT_TRANSLATE_NOOP("CzechNumbers", "hodiny"),
+                          QT_TRANSLATE_NOOP("CzechNumbers", "hodin"), QT_TRANSLATE_NOOP("CzechNumbers", "hodinou"),
+                          QT_TRANSLATE_NOOP("CzechNumbers", "hodinami")};
+constexpr Forms kMinutes = {QT_TRANSLATE_NOOP("CzechNumbers", "minutu"), QT_TRANSLATE_NOOP("CzechNumbers", "minuty"),
+                            QT_TRANSLATE_NOOP("CzechNumbers", "minut"), QT_TRANSLATE_NOOP("CzechNumbers", "minutou"),
+                            QT_TRANSLATE_NOOP("CzechNumbers", "minutami")};
+
 QString Phrase(qint64 n, bool past, const Forms& forms) {
   const char* word = forms.many;
   if (past) {
@@ -29,31 +42,19 @@ QString Phrase(qint64 n, bool past, const Forms& forms) {
 }  // namespace
 
 QString YearsWord(qint64 n, bool past) {
-  return Phrase(n, past,
-                {QT_TRANSLATE_NOOP("CzechNumbers", "rok"), QT_TRANSLATE_NOOP("CzechNumbers", "roky"),
-                 QT_TRANSLATE_NOOP("CzechNumbers", "roků"), QT_TRANSLATE_NOOP("CzechNumbers", "rokem"),
-                 QT_TRANSLATE_NOOP("CzechNumbers", "roky")});
+  return Phrase(n, past, kYears);
 }
 
 QString DaysWord(qint64 n, bool past) {
-  return Phrase(n, past,
-                {QT_TRANSLATE_NOOP("CzechNumbers", "den"), QT_TRANSLATE_NOOP("CzechNumbers", "dny"),
-                 QT_TRANSLATE_NOOP("CzechNumbers", "dnů"), QT_TRANSLATE_NOOP("CzechNumbers", "dnem"),
-                 QT_TRANSLATE_NOOP("CzechNumbers", "dny")});
+  return Phrase(n, past, kDays);
 }
 
 QString HoursWord(qint64 n, bool past) {
-  return Phrase(n, past,
-                {QT_TRANSLATE_NOOP("CzechNumbers", "hodinu"), QT_TRANSLATE_NOOP("CzechNumbers", "hodiny"),
-                 QT_TRANSLATE_NOOP("CzechNumbers", "hodin"), QT_TRANSLATE_NOOP("CzechNumbers", "hodinou"),
-                 QT_TRANSLATE_NOOP("CzechNumbers", "hodinami")});
+  return Phrase(n, past, kHours);
 }
 
 QString MinutesWord(qint64 n, bool past) {
-  return Phrase(n, past,
-                {QT_TRANSLATE_NOOP("CzechNumbers", "minutu"), QT_TRANSLATE_NOOP("CzechNumbers", "minuty"),
-                 QT_TRANSLATE_NOOP("CzechNumbers", "minut"), QT_TRANSLATE_NOOP("CzechNumbers", "minutou"),
-                 QT_TRANSLATE_NOOP("CzechNumbers", "minutami")});
+  return Phrase(n, past, kMinutes);
 }
 
 }  // namespace talnik
