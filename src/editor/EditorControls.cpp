@@ -2,6 +2,7 @@
 
 #include "store/Text.h"
 
+#include <QAbstractItemView>
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QMimeData>
@@ -82,6 +83,17 @@ void NoteBox::insertFromMimeData(const QMimeData* source) {
   text.remove(QChar::Null).replace(u"\r\n"_qs, u"\n"_qs);
   textCursor().insertText(WhatFits(text));
   ensureCursorVisible();
+}
+
+void ChoiceList::showPopup() {
+  QComboBox::showPopup();
+  Q_EMIT Opened();
+}
+
+void ChoiceList::hidePopup() {
+  const bool wasOpen = view()->isVisible();
+  QComboBox::hidePopup();
+  if (wasOpen) Q_EMIT Closed();
 }
 
 BellPicture::BellPicture(const QColor& color, QWidget* parent) : QLabel(parent) {

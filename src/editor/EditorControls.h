@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QComboBox>
 #include <QLabel>
 #include <QPlainTextEdit>
 
@@ -30,6 +31,20 @@ class NoteBox : public QPlainTextEdit {
   QString WhatFits(const QString& text);
 
   qsizetype size_;
+};
+
+/// A list to choose from, which tells when its lines are laid open and when they are put away.
+class ChoiceList : public QComboBox {
+  Q_OBJECT
+
+ public:
+  using QComboBox::QComboBox;
+  void showPopup() override;
+  void hidePopup() override;
+
+ Q_SIGNALS:
+  void Opened();
+  void Closed();
 };
 
 /// A bell, which a click of the mouse reaches.

@@ -46,7 +46,7 @@ QString EndBeforeStartText();
 QString AlarmPassedText();
 QString SemicolonText();
 
-/// True when the end lies after... before the start; equal is allowed, and what is no date has no order.
+/// True when the end lies before the start; what is no date has no order.
 bool EndPrecedesStart(const QString& start, const QString& end, const Date& today);
 
 /// Adds a record, with the occurrences of its rule if there is one. False when nothing was written.

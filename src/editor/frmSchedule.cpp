@@ -15,7 +15,6 @@
 #include "store/Text.h"
 
 #include <QAction>
-#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -51,6 +50,7 @@ frmSchedule::~frmSchedule() = default;
 
 void frmSchedule::Run() {
   LoadForm();
+  if (unloaded_) return;
   if (!bCloseOnFocus) title_.Set(windowTitle());
   Text1->setFocus();
   ShowModal();
@@ -62,12 +62,14 @@ void frmSchedule::LoadForm() {
   SelectUserUnit(LeadNone);
   SelectAlarmUnit(LeadMinutes);
   if (!state().RecordDate.isEmpty()) LoadNewRecord();
-  FillRecordset();
+  if (!unloaded_) FillRecordset();
 }
 
 void frmSchedule::LoadNewRecord() {
   SetTag(NewRecordTag);
   bNew = true;
+  // A search of before that finds nothing any more would close the form.
+  state().FilterMode = ModeAll;
   txtPos->setEnabled(false);
   txtPos->hide();
   lblPos->hide();
@@ -90,6 +92,7 @@ void frmSchedule::TellConflicts() {
   const QString end = state().HasEndPreset ? DateText(state().EndPreset) : NoEndText();
   for (const QString& conflict : TimeConflicts(context_.store, state().RecordDate, end, Now())) {
     dialogs().Warn(conflict);
+    if (unloaded_) return;
   }
 }
 

@@ -18,7 +18,6 @@
 class QAction;
 class QBoxLayout;
 class QCheckBox;
-class QComboBox;
 class QLabel;
 class QLineEdit;
 class QMenuBar;
@@ -27,6 +26,7 @@ class QPushButton;
 namespace talnik {
 
 class BellPicture;
+class ChoiceList;
 class MMControl;
 class NoteBox;
 class OwnMenus;
@@ -205,9 +205,9 @@ class frmSchedule : public Form {
   QLabel* lblPos = nullptr;
   QLineEdit* txtPos = nullptr;
   QLabel* lblAlarm = nullptr;
-  QComboBox* cmbUserUnit = nullptr;
+  ChoiceList* cmbUserUnit = nullptr;
   QLineEdit* Text5 = nullptr;  ///< value of a custom lead
-  QComboBox* cmbAlarmUnit = nullptr;
+  ChoiceList* cmbAlarmUnit = nullptr;
   QPushButton* cmdPickDate3 = nullptr;
   QWidget* Picture1 = nullptr;
   QCheckBox* chkAlarm = nullptr;

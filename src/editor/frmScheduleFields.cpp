@@ -8,7 +8,6 @@
 #include "timetools/SpinTimeField.h"
 
 #include <QCheckBox>
-#include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>

@@ -10,7 +10,6 @@
 #include <QAbstractItemView>
 #include <QAction>
 #include <QCheckBox>
-#include <QComboBox>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -26,8 +25,8 @@ namespace {
 constexpr int NoteLines = 5;
 
 /// The lists that can only be chosen from; the form speaks for them.
-QComboBox* MakeList(QWidget* parent, const QString& name, const QStringList& lines) {
-  auto* list = new QComboBox(parent);
+ChoiceList* MakeList(QWidget* parent, const QString& name, const QStringList& lines) {
+  auto* list = new ChoiceList(parent);
   NameControl(list, name);
   list->addItems(lines);
   return list;
@@ -280,16 +279,13 @@ void frmSchedule::ConnectFields() {
       Text2, [] { return QString(); },
       [this] { return Text2->text().isEmpty() ? tr("bez nahrávky") : tr("nahrán zvuk"); });
 
-  events().KeyDown(Text3, [this](Key& key) {
-    if (!key.Is(Qt::Key_Return)) return;
-    key.Swallow();
-    PickDateInto(Text3);
-  });
-  events().KeyDown(Text4, [this](Key& key) {
-    if (!key.Is(Qt::Key_Return)) return;
-    key.Swallow();
-    PickDateInto(Text4);
-  });
+  for (QLineEdit* field : {Text3, Text4}) {
+    events().KeyDown(field, [this, field](Key& key) {
+      if (!key.Is(Qt::Key_Return)) return;
+      key.Swallow();
+      PickDateInto(field);
+    });
+  }
   ConnectPageKeys();
   ConnectAlarmFields();
 
@@ -319,8 +315,12 @@ void frmSchedule::ConnectAlarmFields() {
       cmbAlarmUnit, [] { return QString(); }, [this] { return cmbAlarmUnit->currentText(); });
   AnnounceField(
       Text5, [this] { return cmbAlarmUnit->currentText(); }, [this] { return Text5->text(); });
-  for (QComboBox* list : {cmbUserUnit, cmbAlarmUnit}) {
+  for (ChoiceList* list : {cmbUserUnit, cmbAlarmUnit}) {
     MakeComboBox(list, events(), speech());
+    const auto sayLine = [this, list] { speech().Say(list->currentText()); };
+    connect(list, &ChoiceList::Opened, this, sayLine);
+    // The line is chosen only when the list has been put away.
+    connect(list, &ChoiceList::Closed, this, sayLine, Qt::QueuedConnection);
     connect(list, &QComboBox::textHighlighted, this, [this, list](const QString& line) {
       if (list->view()->isVisible()) speech().Say(line);
     });

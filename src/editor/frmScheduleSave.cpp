@@ -88,7 +88,11 @@ frmSchedule::Save frmSchedule::Write(const RecordFields& fields) {
     dialogs().Warn(failure);
     return Save::Failed;
   }
-  if (write != RowWrite::Nothing) RepeatRule().clear();
+  if (write == RowWrite::Nothing) {
+    speech().Signal(Speech::Refused);
+  } else {
+    RepeatRule().clear();
+  }
   context_.registerAlarm();
   return Save::Saved;
 }

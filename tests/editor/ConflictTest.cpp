@@ -30,6 +30,7 @@ std::vector<std::string> Told(const char* start, const char* end, const Schedule
 TEST(Conflict, EachRowIsToldOnceTwiceOrNotAtAll) {
   const char* none = "0:00:00";
   const char* at = "15.1.2024 10:00";
+  const char* to = "15.1.2024 11:00:00";
   const struct {
     const char* start;
     const char* end;
@@ -47,15 +48,15 @@ TEST(Conflict, EachRowIsToldOnceTwiceOrNotAtAll) {
       {"15.1.2024", none, Row("15.1.2024 8:00", "15.1.2024 9:00"), 0},
       {"15.1.2024", none, Row("14.1.2024 8:00", "16.1.2024 9:00"), 1},
       // an end on the new record
-      {at, "15.1.2024 11:00:00", Row("15.1.2024 10:30", ""), 1},
-      {at, "15.1.2024 11:00:00", Row("15.1.2024 11:00", ""), 1},
-      {at, "15.1.2024 11:00:00", Row("15.1.2024 11:01", ""), 0},
-      {at, "15.1.2024 11:00:00", Row("15.1.2024 9:00", at), 0},
-      {at, "15.1.2024 11:00:00", Row("15.1.2024 9:00", "15.1.2024 10:01"), 1},
-      {at, "15.1.2024 11:00:00", Row("15.1.2024 9:00", "15.1.2024 12:00"), 1},
-      {at, "15.1.2024 11:00:00", Row(at, "15.1.2024 12:00"), 2},  // begins with it and spans it
-      {at, "15.1.2024 11:00:00", Row(at, "15.1.2024 11:00"), 1},  // its last minute is 10:59
-      {at, "15.1.2024 11:00:00", Row(at, "15.1.2024 11:01"), 2},
+      {at, to, Row("15.1.2024 10:30", ""), 1},
+      {at, to, Row("15.1.2024 11:00", ""), 1},
+      {at, to, Row("15.1.2024 11:01", ""), 0},
+      {at, to, Row("15.1.2024 9:00", at), 0},
+      {at, to, Row("15.1.2024 9:00", "15.1.2024 10:01"), 1},
+      {at, to, Row("15.1.2024 9:00", "15.1.2024 12:00"), 1},
+      {at, to, Row(at, "15.1.2024 12:00"), 2},  // begins with it and spans it
+      {at, to, Row(at, "15.1.2024 11:00"), 1},  // its last minute is 10:59
+      {at, to, Row(at, "15.1.2024 11:01"), 2},
       // status
       {at, none, Row(at, at, StatusDeleted), 0},
       {at, none, Row(at, at, StatusRoot), 1},
@@ -64,17 +65,14 @@ TEST(Conflict, EachRowIsToldOnceTwiceOrNotAtAll) {
   for (const auto& row : cases) EXPECT_EQ(Told(row.start, row.end, row.row).size(), row.times) << "case " << number++;
 }
 
-TEST(Conflict, TheMessagesTellTheTimesAsTheyWereGiven) {
-  const ScheduleRecord noEnd = Row("15.1.2024 10:00", "");
-  const ScheduleRecord withEnd = Row("15.1.2024 10:00", "15.1.2024 11:00");
-  EXPECT_EQ(Told("15.1.2024 10:00", "0:00:00", noEnd).at(0), "Čas 15.1.2024 10:00 je již obsazen úkolem schůzka");
-  EXPECT_EQ(Told("15.1.2024 10:00", "0:00:00", withEnd).at(0), "Čas 15.1.2024 10:00 zasahuje do úkolu schůzka");
+TEST(Conflict, TheMessagesTellTheTimesAndTheTextAsTheyWereGiven) {
+  const char* at = "15.1.2024 10:00";
+  ScheduleRecord noEnd = Row(at, "");
+  noEnd.appointment = u" %1 %2 %3 '\"* "_qs;
+  EXPECT_EQ(Told(at, "0:00:00", noEnd).at(0), "Čas 15.1.2024 10:00 je již obsazen úkolem %1 %2 %3 '\"*");
+  EXPECT_EQ(Told(at, "0:00:00", Row(at, "15.1.2024 11:00")).at(0), "Čas 15.1.2024 10:00 zasahuje do úkolu schůzka");
   EXPECT_EQ(Told("15.1.2024 9:00", " 15.1.2024 10:00:00 ", noEnd).at(0),
-            "Čas 15.1.2024 9:00 až 15.1.2024 10:00:00 zasahuje do úkolu schůzka");
-  ScheduleRecord percent = noEnd;
-  percent.appointment = u"%1 %2 %3 '\"*"_qs;
-  EXPECT_EQ(Told("15.1.2024 10:00", "0:00:00", percent).at(0),
-            "Čas 15.1.2024 10:00 je již obsazen úkolem %1 %2 %3 '\"*");
+            "Čas 15.1.2024 9:00 až 15.1.2024 10:00:00 zasahuje do úkolu %1 %2 %3 '\"*");
 }
 
 /// The rows that are read are exactly those of a walk over the whole table.

@@ -94,12 +94,9 @@ TEST(RecordSpeech, TheDayIsSaidOnlyWhenItHasChanged) {
   EXPECT_EQ(StartSpeech(u"15.1.2024"_qs, Now), u" datum 15.1.2024"_qs);
 }
 
-TEST(NoteFiles, TheNameTellsTheMomentAndAMinuteBelowTenHasOneDigit) {
+TEST(NoteFiles, AFreshRecordingIsAdoptedUnderTheNameOfTheMomentOrDropped) {
   EXPECT_EQ(NewSoundFileName(*Date::FromParts(2024, 11, 15, 8, 32, 41)), u"K15083.241"_qs);
-  EXPECT_EQ(NewSoundFileName(*Date::FromParts(2024, 1, 5, 23, 7, 9)), u"A05237.09"_qs);
-}
-
-TEST(NoteFiles, AFreshRecordingIsAdoptedOrDropped) {
+  EXPECT_EQ(NewSoundFileName(*Date::FromParts(2024, 1, 5, 23, 7, 9)), u"A05237.09"_qs) << "a minute below ten";
   QTemporaryDir folder;
   const QString fresh = NewRecordingPath(folder.path());
   EXPECT_EQ(AdoptNewRecording(folder.path(), Now), QString());

@@ -32,19 +32,14 @@ TEST_F(SaveForm, ANewRecordIsWrittenWithAnEndAndAnIdentity) {
   EXPECT_TRUE(shownDays.isEmpty()) << "the only record of the store";
 }
 
-TEST_F(SaveForm, ANewRecordShowsItsDayWhenItIsNotTheOnlyOne) {
+TEST_F(SaveForm, ADayWithoutATimeGetsNoAlarmAndIsShownWhenItIsNotAlone) {
   Add("1.2.2024", "jiný");
-  RunNew("17.1.2024 12:00:00", [&](frmSchedule& form) { Command(form, "mnuSaveAndExit"); });
-  EXPECT_EQ(shownDays, QStringList(u"17.1.2024"_qs));
-  EXPECT_EQ(Line(Rows()[0]), "17.1.2024 12:00:00/17.1.2024 12:00:00///0");
-}
-
-TEST_F(SaveForm, ADayWithoutATimeGetsNoAlarm) {
   setting.AlarmOnNew = 6;
   RunNew("17.1.2024", [&](frmSchedule& form) {
     EXPECT_EQ(Lead(form), 0);
-    Click(form, "cmdOK");
+    Command(form, "mnuSaveAndExit");
   });
+  EXPECT_EQ(shownDays, QStringList(u"17.1.2024"_qs));
   EXPECT_EQ(Line(Rows()[0]), "17.1.2024/17.1.2024///0");
   EXPECT_FALSE(Rows()[0].alarm);
 }
