@@ -1,22 +1,22 @@
 #include "calendar/NamesField.h"
 
 #include "calendar/MonthView.h"
+#include "editor/EditorControls.h"
 #include "shell/Speech.h"
 #include "shell/VoiceDialog.h"
 
 #include <QCoreApplication>
-#include <QPlainTextEdit>
 #include <QTextCursor>
 
 #include <utility>
 
 namespace talnik {
 
-NamesField::NamesField(QPlainTextEdit* txtNames, NameDays& names, MonthView& view, Speech& speech, Dialogs& dialogs)
+NamesField::NamesField(NoteBox* txtNames, NameDays& names, MonthView& view, Speech& speech, Dialogs& dialogs)
     : txtNames_(txtNames), names_(names), view_(view), speech_(speech), dialogs_(dialogs) {}
 
 void NamesField::SetText(const QString& text) {
-  txtNames_->setPlainText(text);
+  txtNames_->Show(text);
   NamesEdited = false;
 }
 

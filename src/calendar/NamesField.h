@@ -5,18 +5,17 @@
 
 #include <QString>
 
-class QPlainTextEdit;
-
 namespace talnik {
 
 class Dialogs;
+class NoteBox;
 class Speech;
 struct MonthView;
 
 /// The field with the name days of the selected day, and the question whether what was typed into it is to be kept.
 class NamesField {
  public:
-  NamesField(QPlainTextEdit* txtNames, NameDays& names, MonthView& view, Speech& speech, Dialogs& dialogs);
+  NamesField(NoteBox* txtNames, NameDays& names, MonthView& view, Speech& speech, Dialogs& dialogs);
 
   /// Shows the names of `day`. What the user has typed for another day is asked about before.
   void ShowNameOfDay(const Date& day);
@@ -36,7 +35,7 @@ class NamesField {
  private:
   void SetText(const QString& text);
 
-  QPlainTextEdit* txtNames_;
+  NoteBox* txtNames_;
   NameDays& names_;
   MonthView& view_;
   Speech& speech_;

@@ -34,12 +34,12 @@ class QFrame;
 class QLabel;
 class QLineEdit;
 class QMenu;
-class QPlainTextEdit;
 class QPushButton;
 class QToolButton;
 
 namespace talnik {
 
+class NoteBox;
 class OwnMenus;
 struct CsvImport;
 struct KeyCommand;
@@ -75,7 +75,7 @@ class frmMain : public QMainWindow, private TickHost {
   QPushButton* Command4 = nullptr;
   QToolButton* Image1 = nullptr;
   QToolButton* Image2 = nullptr;
-  QPlainTextEdit* txtNames = nullptr;
+  NoteBox* txtNames = nullptr;
   QLineEdit* lblTime = nullptr;
   QFrame* Shape1 = nullptr;
   QFrame* Shape2 = nullptr;

@@ -1,6 +1,7 @@
 #include "calendar/MainMenu.h"
 #include "calendar/MainServices.h"
 #include "calendar/frmMain.h"
+#include "editor/EditorControls.h"
 #include "shell/Form.h"
 #include "shell/TextControls.h"
 #include "shell/cStandardEditBox.h"
@@ -28,6 +29,8 @@ namespace {
 constexpr int MainPoints = 24;
 constexpr int BarHeight = 6;
 constexpr int ListLinesAtLeast = 3;
+/// Characters of the names of one day that can be typed.
+constexpr qsizetype LongestNames = 1000;
 
 QFrame* MakeBar(QWidget* parent, const QString& name) {
   auto* bar = new QFrame(parent);
@@ -69,8 +72,7 @@ void frmMain::BuildControls() {
   Command4 = new QPushButton(u"+"_qs, inside);
   Image1 = MakePicture(inside, u"Image1"_qs);
   Image2 = MakePicture(inside, u"Image2"_qs);
-  txtNames = new QPlainTextEdit(inside);
-  txtNames->setTabChangesFocus(true);
+  txtNames = new NoteBox(LongestNames, inside);
   txtNames->setLineWrapMode(QPlainTextEdit::NoWrap);
   txtNames->setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
   txtNames->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
@@ -150,6 +152,7 @@ void frmMain::ConnectControls() {
   connect(Image2, &QToolButton::clicked, this, [moveMonth] { moveMonth(false); });
   connect(Command4, &QPushButton::clicked, this, [moveMonth] { moveMonth(true); });
   connect(Image1, &QToolButton::clicked, this, [moveMonth] { moveMonth(true); });
+  connect(txtNames, &NoteBox::Refused, this, [this] { speech().Signal(Speech::Refused); });
   connect(txtNames, &QPlainTextEdit::textChanged, this, [this] { namesField_->Change(); });
 }
 

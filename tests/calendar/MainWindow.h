@@ -1,13 +1,13 @@
 #pragma once
 
 #include "calendar/frmMain.h"
+#include "editor/EditorControls.h"
 #include "shell/TextControls.h"
 #include "support/FakePlatform.h"
 #include "support/FormDriver.h"
 
 #include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTemporaryDir>
 
