@@ -135,7 +135,10 @@ void frmMain::mnuDelSchedule_Click() {
   alarms_->RegisterAlarm();
   quietReturn_ = isVisible() && !isActiveWindow();
   calendar_->SetTodayState(false);
-  for (const QString& path : SynchronisationFiles(paths_)) QFile::remove(path);
+  // A trace that stays would let the next synchronisation take the empty store for the user's wish there too.
+  for (const QString& path : SynchronisationFiles(paths_)) {
+    if (QFile::exists(path) && !QFile::remove(path)) dialogs().Warn(tr("Chyba dat: ") + path);
+  }
 }
 
 }  // namespace talnik

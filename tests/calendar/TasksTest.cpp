@@ -3,6 +3,7 @@
 
 #include <QAction>
 #include <QClipboard>
+#include <QDir>
 #include <QFile>
 #include <QGuiApplication>
 
@@ -11,101 +12,104 @@ namespace {
 
 class Tasks : public MainWindow {
  protected:
-  /// Runs a command and gives the name of the window that it opens, which is closed at once.
-  QString Opens(const char* command) {
-    QString opened;
-    user_.Expect([this, &opened](QWidget* window) {
-      opened = window->objectName();
-      user_.Press(Qt::Key_Escape, Qt::NoModifier, window);
+  /// The next window is the editor, which is closed at once; `field` of it is to hold `text`.
+  void ExpectEditor(const char* field, const QString& text) {
+    user_.Expect([this, field, text](QWidget* editor) {
+      EXPECT_EQ(editor->objectName(), u"frmSchedule"_qs);
+      EXPECT_EQ(editor->findChild<QLineEdit*>(QString::fromLatin1(field))->text(), text);
+      user_.Press(Qt::Key_Escape, Qt::NoModifier, editor);
     });
-    Choose(command);
-    return opened;
   }
-  /// Chooses the time in the dialog of a new record.
-  void ExpectTime(const QString& hours, const QString& minutes) {
-    user_.Expect([hours, minutes](QWidget* dialog) {
-      dialog->findChild<QLineEdit*>(u"Text1(0)"_qs)->setText(hours);
-      dialog->findChild<QLineEdit*>(u"Text1(1)"_qs)->setText(minutes);
-      dialog->findChild<QPushButton*>(u"cmdSet"_qs)->click();
+  /// The next window is a message of this text, which is answered by a button.
+  void ExpectMessage(const QString& text, const char* button) {
+    user_.Expect([text, button](QWidget* dialog) {
+      EXPECT_EQ(dialog->findChild<QPlainTextEdit*>(u"txtMessage"_qs)->toPlainText().toStdString(), text.toStdString());
+      FormDriver::Find<QPushButton>(dialog, button)->click();
     });
   }
 };
 
-TEST_F(Tasks, AnEmptyFilterIsRefused) {
+TEST_F(Tasks, EachFilterOpensTheEditorOnItsRecordsUnlessThereAreNone) {
   Start();
-  for (const char* command : {"mnuTaskTodayAfter", "mnuTaskAll", "mnuTaskAlarm"}) {
+  const auto refused = [this](const char* command) {
     world_.Heard();
     Choose(command);
     EXPECT_EQ(Heard(), "sound: refused.wav") << command;
-  }
-  Add(u"minulý"_qs, u"14.1.2024 9:00"_qs);
-  Choose("mnuTaskTodayAfter");
-  Choose("mnuTaskAlarm");
-  EXPECT_EQ(Heard(), "sound: refused.wav\nsound: refused.wav");
-}
-
-TEST_F(Tasks, EachFilterOpensTheEditorOnItsRecords) {
-  Add(u"dnes"_qs, u"15.1.2024 9:00"_qs);
+  };
+  for (const char* command : {"mnuTaskTodayAfter", "mnuTaskAll", "mnuTaskAlarm"}) refused(command);
   Add(u"včera"_qs, u"14.1.2024 9:00"_qs);
+  for (const char* command : {"mnuTaskTodayAfter", "mnuTaskAlarm"}) refused(command);
+  Add(u"dnes"_qs, u"15.1.2024 9:00"_qs);
   Add(u"zítra"_qs, u"16.1.2024 9:00"_qs, {}, u"16.1.2024 8:00"_qs);
-  Start();
+  GoTo(u"15.1.2024"_qs);
   const std::pair<const char*, const char*> filters[] = {
       {"mnuTaskToday", "1/1"}, {"mnuTaskTodayAfter", "1/2"}, {"mnuTaskAll", "1/3"}, {"mnuTaskAlarm", "1/1"}};
   for (const auto& [command, position] : filters) {
-    user_.Expect([this, position = position](QWidget* editor) {
-      EXPECT_EQ(editor->objectName(), u"frmSchedule"_qs);
-      EXPECT_EQ(editor->findChild<QLineEdit*>(u"txtPos"_qs)->text().toStdString(), position);
-      user_.Press(Qt::Key_Escape, Qt::NoModifier, editor);
-    });
+    ExpectEditor("txtPos", QString::fromLatin1(position));
     Choose(command);
     FormDriver::Settle();
     EXPECT_TRUE(Heard().ends_with("say: 15. pondělí 1 úkolů")) << command << ": the day is spoken anew, without a cue";
   }
-  EXPECT_TRUE(user_.AllCame());
-  user_.ExpectAndPress(u"frmSchedule"_qs, Qt::Key_Escape);
+  ExpectEditor("txtPos", u"1/1"_qs);
   user_.Press(Qt::Key_Return);
   EXPECT_TRUE(user_.AllCame()) << "Enter shows the tasks of the day";
 }
 
-TEST_F(Tasks, ANewRecordStartsOnTheSelectedDay) {
+TEST_F(Tasks, AStoreThatGoesAwayIsToldOnceUntilItIsBack) {
+  Add(u"dnes"_qs, u"15.1.2024 9:00"_qs);
   Start();
+  for (int round = 0; round < 2; ++round) {
+    ASSERT_TRUE(QFile::rename(InData("talnik.MDB"), InData("aside")));
+    user_.ExpectAndPress(u"frmMsg12"_qs, Qt::Key_Return);
+    user_.Press(Qt::Key_Up);
+    ASSERT_TRUE(FormDriver::Until([this] { return user_.AllCame(); }) && ComesToFront());
+    user_.Press(Qt::Key_Up);
+    FormDriver::Settle();
+    ASSERT_TRUE(QFile::rename(InData("aside"), InData("talnik.MDB")));
+    world_.Heard();
+    user_.Press(Qt::Key_D);
+    EXPECT_TRUE(Heard().ends_with("say: 15. pondělí 1 úkolů"));
+  }
+}
+
+TEST_F(Tasks, ANewRecordStartsOnTheSelectedDayAndAPassedTimeIsAskedAbout) {
+  Start();
+  const auto expectTime = [this](const char* button) {
+    user_.Expect([button](QWidget* dialog) {
+      FormDriver::Find<QLineEdit>(dialog, "Text1(0)")->setText(u"7"_qs);
+      FormDriver::Find<QPushButton>(dialog, button)->click();
+    });
+  };
   GoTo(u"20.1.2024"_qs);
-  ExpectTime(u"7"_qs, QString());
-  user_.Expect([this](QWidget* editor) {
-    EXPECT_EQ(editor->objectName(), u"frmSchedule"_qs);
-    EXPECT_EQ(editor->findChild<QLineEdit*>(u"Text3"_qs)->text(), u"20.1.2024 7:00"_qs);
-    user_.Press(Qt::Key_Escape, Qt::NoModifier, editor);
-  });
+  expectTime("cmdSet");
+  ExpectEditor("Text3", u"20.1.2024 7:00"_qs);
+  Choose("mnuNewRecord");
+  GoTo(u"15.1.2024"_qs);
+  expectTime("cmdSet");
+  ExpectMessage(u"Zadaný čas už minul. Chcete jej zadat?"_qs, "cmdNO");
+  Choose("mnuNewRecord");
+  expectTime("cmdCancel");
   Choose("mnuNewRecord");
   EXPECT_TRUE(user_.AllCame());
   EXPECT_EQ(RowCount(), 0);
 }
 
-TEST_F(Tasks, APassedTimeIsAskedAbout) {
-  Start();
-  world_.Heard();
-  ExpectTime(u"7"_qs, u"0"_qs);
-  user_.Expect([this](QWidget* dialog) {
-    EXPECT_EQ(dialog->findChild<QPlainTextEdit*>(u"txtMessage"_qs)->toPlainText(),
-              u"Zadaný čas už minul. Chcete jej zadat?"_qs);
-    world_.Heard();
-    user_.Press(Qt::Key_Escape, Qt::NoModifier, dialog);
-  });
-  Choose("mnuNewRecord");
-  EXPECT_TRUE(user_.AllCame());
-
-  user_.Expect([](QWidget* dialog) { dialog->findChild<QPushButton*>(u"cmdCancel"_qs)->click(); });
-  Choose("mnuNewRecord");
-  EXPECT_TRUE(user_.AllCame()) << "Storno opens nothing";
-}
-
 TEST(HasPassed, ADayWithoutATimePassesAtItsEnd) {
-  const Date now = *CDate(u"15.1.2024 8:30"_qs, Date());
-  EXPECT_FALSE(HasPassed(u"15.1.2024"_qs, QString(), now));
-  EXPECT_TRUE(HasPassed(u"14.1.2024"_qs, QString(), now));
-  EXPECT_TRUE(HasPassed(u"15.1.2024"_qs, u"8:29"_qs, now));
-  EXPECT_FALSE(HasPassed(u"15.1.2024"_qs, u"8:30"_qs, now));
-  EXPECT_FALSE(HasPassed(u"nic"_qs, QString(), now));
+  const struct {
+    const char* day;
+    const char* time;
+    bool passed;
+  } cases[] = {{"15.1.2024", "", false},
+               {"14.1.2024", "", true},
+               {"15.1.2024", "8:29", true},
+               {"15.1.2024", "8:30", false},
+               {"nic", "", false}};
+  for (const auto& c : cases) {
+    EXPECT_EQ(
+        HasPassed(QString::fromLatin1(c.day), QString::fromLatin1(c.time), CDate(u"15.1.2024 8:30"_qs, Date()).value()),
+        c.passed)
+        << c.day << ' ' << c.time;
+  }
 }
 
 TEST_F(Tasks, ADayIsDeletedOnYesOnly) {
@@ -116,7 +120,7 @@ TEST_F(Tasks, ADayIsDeletedOnYesOnly) {
   user_.ExpectAndPress(u"frmMsg12"_qs, Qt::Key_Return);  // the second button is the default
   Choose("mnuDelTodayTasks");
   EXPECT_EQ(RowCount(), 3);
-  user_.Expect([](QWidget* dialog) { dialog->findChild<QPushButton*>(u"cmdYES"_qs)->click(); });
+  ExpectMessage(u"Smazat záznamy na tento den?"_qs, "cmdYES");
   Choose("mnuDelTodayTasks");
   EXPECT_EQ(RowCount(), 2) << "what begins at midnight stays";
   EXPECT_TRUE(Heard().ends_with("say: 15. pondělí 1 úkolů"));
@@ -125,17 +129,19 @@ TEST_F(Tasks, ADayIsDeletedOnYesOnly) {
 TEST_F(Tasks, EverythingIsDeletedWithTheTracesOfSynchronisation) {
   Add(u"ráno"_qs, u"15.1.2024 9:00"_qs);
   Start();
-  for (const char* name : {"LmData.txt", "GgData_Saved.txt", "LmData.log", "other.txt"}) {
-    QFile file(InData(name));
+  const QStringList gone = {InData("LmData.txt"), InData("GgData_Saved.txt"), InData("LmData.log")};
+  for (const QString& path : gone + QStringList{InData("other.txt")}) {
+    QFile file(path);
     ASSERT_TRUE(file.open(QIODevice::WriteOnly));
   }
-  user_.Expect([](QWidget* dialog) { dialog->findChild<QPushButton*>(u"cmdYES"_qs)->click(); });
+  ASSERT_TRUE(QDir().mkdir(InData("GgData.txt"))) << "cannot be removed as a file";
+  ExpectMessage(u"Smazat všechny záznamy v talníku?"_qs, "cmdYES");
+  ExpectMessage(u"Chyba dat: "_qs + InData("GgData.txt"), "cmdYES");
   Choose("mnuDelSchedule");
+  EXPECT_TRUE(user_.AllCame());
   EXPECT_EQ(RowCount(), 0);
   EXPECT_EQ(main_->Command1->text(), u"Úkoly (0)"_qs);
-  EXPECT_FALSE(QFile::exists(InData("LmData.txt")));
-  EXPECT_FALSE(QFile::exists(InData("GgData_Saved.txt")));
-  EXPECT_FALSE(QFile::exists(InData("LmData.log")));
+  for (const QString& path : gone) EXPECT_FALSE(QFile::exists(path)) << path.toStdString();
   EXPECT_TRUE(QFile::exists(InData("other.txt")));
 }
 
@@ -144,9 +150,8 @@ TEST_F(Tasks, TheDateGoesToTheClipboard) {
   GoTo(u"5.2.2024"_qs);
   Choose("mnuInsertToClip");
   EXPECT_EQ(QGuiApplication::clipboard()->text(), u"5.2.2024"_qs);
-  EXPECT_EQ(Heard(), "say: vkládám do schránky");
   Choose("mnuTime");
-  EXPECT_EQ(Heard(), "say: 8:30:00");
+  EXPECT_EQ(Heard(), "say: vkládám do schránky\nsay: 8:30:00");
 }
 
 }  // namespace
