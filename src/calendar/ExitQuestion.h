@@ -14,6 +14,8 @@ struct ExitDecision {
   bool exitWithoutHide = false;       ///< the program ends whatever HideOnClose says
   bool stopSpeech = false;
   std::optional<int> ExitMode{};  ///< the new setting
+
+  bool operator==(const ExitDecision&) const = default;
 };
 
 /// Decides by the setting; where it is to be asked, `choose` shows the list of choices and returns the number of the

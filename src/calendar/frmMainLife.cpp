@@ -135,7 +135,9 @@ void frmMain::DiscardForms() {
   if (QWidget* popup = QApplication::activePopupWidget()) popup->close();
   for (const char* name : kSwept) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
-      if (window->isVisible() && window->objectName() == QLatin1String(name)) Discard(window);
+      // An editor that is still telling of conflicts is not to be seen yet.
+      const bool open = window->isVisible() || qobject_cast<frmSchedule*>(window);
+      if (open && window->objectName() == QLatin1String(name)) Discard(window);
     }
   }
   // Messages and questions stand on top of them.

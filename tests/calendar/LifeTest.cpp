@@ -15,34 +15,25 @@ namespace {
 using Life = MainWindow;
 
 TEST(ExitDecision, FollowsTheSettingAndTheChoice) {
-  struct Case {
+  constexpr int notAsked = 99;
+  const struct {
     int exitMode;
     int chosen;
-    bool cancel;
-    std::optional<bool> hideOnClose;
-    bool exits;
-    bool stopsSpeech;
-    std::optional<int> newMode;
+    ExitDecision decision;
+  } cases[] = {
+      {1, notAsked, {.HideOnClose = false, .stopSpeech = true}},
+      {2, notAsked, {.HideOnClose = true}},
+      {0, -1, {.cancel = true}},
+      {0, 1, {.HideOnClose = false, .exitWithoutHide = true}},
+      {0, 2, {.HideOnClose = true}},
+      {0, 3, {.HideOnClose = false, .stopSpeech = true, .ExitMode = 1}},
+      {0, 4, {.HideOnClose = true, .ExitMode = 2}},
+      {7, 5, {.cancel = true}},
   };
-  const Case cases[] = {
-      {1, 0, false, false, false, true, {}}, {2, 0, false, true, false, false, {}},
-      {0, -1, true, {}, false, false, {}},   {0, 1, false, false, true, false, {}},
-      {0, 2, false, true, false, false, {}}, {0, 3, false, false, false, true, 1},
-      {0, 4, false, true, false, false, 2},  {0, 5, true, {}, false, false, {}},
-      {7, 5, true, {}, false, false, {}},
-  };
-  for (const Case& c : cases) {
-    int asked = 0;
-    const ExitDecision decision = DecideExit(c.exitMode, [&] {
-      ++asked;
-      return c.chosen;
-    });
-    EXPECT_EQ(decision.cancel, c.cancel) << c.exitMode << c.chosen;
-    EXPECT_EQ(decision.HideOnClose, c.hideOnClose) << c.exitMode << c.chosen;
-    EXPECT_EQ(decision.exitWithoutHide, c.exits) << c.exitMode << c.chosen;
-    EXPECT_EQ(decision.stopSpeech, c.stopsSpeech) << c.exitMode << c.chosen;
-    EXPECT_EQ(decision.ExitMode, c.newMode) << c.exitMode << c.chosen;
-    EXPECT_EQ(asked, c.exitMode == 1 || c.exitMode == 2 ? 0 : 1);
+  for (const auto& c : cases) {
+    int chosen = notAsked;
+    EXPECT_EQ(DecideExit(c.exitMode, [&] { return chosen = c.chosen; }), c.decision) << c.exitMode << c.chosen;
+    EXPECT_EQ(chosen, c.chosen) << "asked or not by mode " << c.exitMode;
   }
   EXPECT_EQ(ExitChoices(u"Talník"_qs),
             u"Co dělat?;Ukončit Talník;Skrýt Talník;Vždy ukončit a příště se již neptat;Vždy skrýt a příště se již "
@@ -54,7 +45,7 @@ TEST_F(Life, AFirstRunMakesItsData) {
   EXPECT_TRUE(QFile::exists(InData("Names.dat")));
   EXPECT_TRUE(QFile::exists(InData("Record")));
   EXPECT_EQ(RowCount(), 0);
-  EXPECT_TRUE(world_.trayIcon.There);
+  EXPECT_TRUE(world_.trayIcon.There && world_.braille.Active);
   EXPECT_EQ(world_.trayIcon.Tip, u"Talník"_qs);
   EXPECT_EQ(world_.keyboardHook.Watched, 0);
   EXPECT_EQ(main_->property("windowTag"), 1710);
@@ -182,6 +173,16 @@ TEST_F(Life, AnotherStartComesBackToTheCalendar) {
   Choose("mnuNewRecord");
   FormDriver::Settle();
   EXPECT_FALSE(QApplication::activeModalWidget()) << "the command that was swept away does not go on";
+
+  for (int i = 0; i < 2; ++i) Add(u"střet"_qs, u"15.1.2024"_qs);
+  user_.Expect([](QWidget* dialog) { dialog->findChild<QPushButton*>(u"cmdSet"_qs)->click(); });
+  user_.Expect([this](QWidget* conflict) {
+    EXPECT_EQ(conflict->objectName(), u"frmMsg12"_qs);
+    world_.instance.Told(u"show"_qs);
+  });
+  Choose("mnuNewRecord");
+  FormDriver::Settle();
+  EXPECT_TRUE(user_.AllCame()) << "neither the second conflict nor the editor behind it comes";
 }
 
 TEST_F(Life, AnOutsideCloseEndsTheProgramFromAnyWindow) {
@@ -277,11 +278,6 @@ TEST_F(Life, WithoutSpeechTheUserIsToldOnce) {
   user_.Press(Qt::Key_Down);
   EXPECT_TRUE(user_.AllCame());
   EXPECT_EQ(DayAndMonth(), u"16. úterý leden 2024"_qs);
-}
-
-TEST_F(Life, TheBrailleLineFollowsTheProgram) {
-  Start();
-  EXPECT_TRUE(world_.braille.Active);
 }
 
 }  // namespace

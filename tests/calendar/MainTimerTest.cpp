@@ -89,42 +89,29 @@ TEST_F(Tick, TheCountdownRingsOnceAndEndsTheTick) {
   EXPECT_EQ(host_.announced.size(), 2) << "none in the tick that ended with the box";
 }
 
-TEST_F(Tick, TheCountdownGoesBeforeTheAlarmOfTheSameSecond) {
+TEST_F(Tick, TheCountdownWaitsForTheBoxAndGoesBeforeAnAlarmWhichWaitsToBeWatched) {
   Add(u"porada"_qs, u"15.1.2024 9:00"_qs, {}, u"15.1.2024 8:30"_qs);
   alarms_->RegisterAlarm();
   countdown_ = {true, *CDate(u"15.1.2024 8:30"_qs, Date()), false};
+  host_.open = true;
+  timer_->Tick();
+  EXPECT_EQ(host_.Done(), "left, time 8:30:00") << "another box is open";
+  host_.open = false;
+  Seconds(1);
   timer_->Tick();
   EXPECT_EQ(host_.Done(), "countdown box, over");
+  setting_.AlarmWatch = 0;
+  timer_->Tick();
+  EXPECT_EQ(host_.Done(), "time 8:30:01");
+  setting_.AlarmWatch = 1;
   host_.inBox = [this] {
     alarms_->AlarmRung = true;
     Seconds(1);
     timer_->Tick();
   };
-  timer_->Tick();
-  EXPECT_EQ(host_.Done(), "alarm box, time 8:30:01, time 8:30:01");
-}
-
-TEST_F(Tick, AnEndingCountdownWaitsForTheAlarmBox) {
-  countdown_ = {true, *CDate(u"15.1.2024 8:30"_qs, Date()), false};
-  host_.open = true;
-  timer_->Tick();
-  EXPECT_EQ(host_.Done(), "left, time 8:30:00");
-  host_.open = false;
   Seconds(1);
   timer_->Tick();
-  EXPECT_EQ(host_.Done(), "countdown box, over");
-}
-
-TEST_F(Tick, AlarmsWaitWhileTheyAreNotWatched) {
-  Add(u"porada"_qs, u"15.1.2024 9:00"_qs, {}, u"15.1.2024 8:00"_qs);
-  alarms_->RegisterAlarm();
-  setting_.AlarmWatch = 0;
-  timer_->Tick();
-  EXPECT_EQ(host_.Done(), "time 8:30:00");
-  setting_.AlarmWatch = 1;
-  Seconds(1);
-  timer_->Tick();
-  EXPECT_EQ(host_.Done(), "alarm box, time 8:30:01");
+  EXPECT_EQ(host_.Done(), "alarm box, time 8:30:03, time 8:30:03");
 }
 
 TEST(AutSyncCount, CountsMinutesUpToTheSetting) {
