@@ -40,6 +40,8 @@ QString frmMain::PickCsv(int kind, const QString& fieldsBeforeFolder, const QStr
 bool frmMain::RunExchange(const QString& title, const QString& phase, bool brief,
                           const std::function<void(const CsvProgress&)>& job) {
   return RunModal(Afterwards::Speaks, [&] {
+    // The file dialog has closed; this window is only passed through.
+    quietReturn_ = true;
     frmProgress form(services(), title, this);
     form.Label1->setText(phase);
     form.SayPercent = true;
@@ -108,7 +110,11 @@ void frmMain::TellImport(const CsvImport& result, const QString& failure) {
                           : result.end == CsvEnd::Cancelled
                               ? tr("Import byl zrušen, talník zůstal beze změny.")
                               : QString(tr("Import se nezdařil, talník zůstal beze změny.") + u'\n' + failure);
-  if (RunModal(Afterwards::Speaks, [&] { dialogs().Tell(message); })) calendar_->SetTodayState(false);
+  const bool goesOn = RunModal(Afterwards::Speaks, [&] {
+    quietReturn_ = true;
+    dialogs().Tell(message);
+  });
+  if (goesOn) calendar_->SetTodayState(false);
 }
 
 }  // namespace talnik

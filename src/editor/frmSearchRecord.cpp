@@ -30,6 +30,7 @@ frmSearchRecord::frmSearchRecord(FormServices& services, EditorState& state, con
 
 void frmSearchRecord::BuildControls() {
   Text1 = new QLineEdit(this);
+  QWidget* options = BuildOptions();
   Command1 = new QPushButton(SharedText(TextId::OK), this);
   Command2 = new QPushButton(SharedText(TextId::Storno), this);
   NameControl(Text1, u"Text1"_qs, windowTitle());
@@ -37,7 +38,7 @@ void frmSearchRecord::BuildControls() {
   NameControl(Command2, u"Command2"_qs);
   auto* grid = new QGridLayout(this);
   grid->addWidget(Text1, 0, 0, 1, 2);
-  grid->addWidget(BuildOptions(), 1, 0, 1, 2);
+  grid->addWidget(options, 1, 0, 1, 2);
   grid->addWidget(Command1, 2, 0);
   grid->addWidget(Command2, 2, 1);
   Command1->setDefault(true);
