@@ -128,10 +128,7 @@ TEST_F(Life, AltF4AsksAndAsksAgain) {
 TEST_F(Life, ARunningCountdownIsAskedAbout) {
   Start();
   Choose("mnuHide");
-  user_.Expect([this](QWidget* dialog) {
-    dialog->findChild<QLineEdit*>(u"Text1(1)"_qs)->setText(u"5"_qs);
-    dialog->findChild<QPushButton*>(u"cmdSet"_qs)->click();
-  });
+  ExpectClick("cmdSet", "Text1(1)", u"5"_qs);
   Choose("mnuTimeOut");
   EXPECT_EQ(main_->windowTitle(), u"Talník - 00:05:00"_qs);
   EXPECT_EQ(world_.trayIcon.Tip, u"Talník - 00:05:00"_qs);
@@ -147,7 +144,7 @@ TEST_F(Life, ARunningCountdownIsAskedAbout) {
   EXPECT_FALSE(main_->isVisible()) << "the X hides again after a refused exit";
   EXPECT_EQ(ended_, 0);
 
-  user_.Expect([](QWidget* dialog) { dialog->findChild<QPushButton*>(u"cmdYES"_qs)->click(); });
+  ExpectClick("cmdYES");
   world_.instance.Told(u"close"_qs);
   EXPECT_EQ(ended_, 1);
 }
@@ -155,7 +152,7 @@ TEST_F(Life, ARunningCountdownIsAskedAbout) {
 TEST_F(Life, AnotherStartComesBackToTheCalendar) {
   Start();
   const qint64 rows = RowCount();
-  user_.Expect([](QWidget* dialog) { dialog->findChild<QPushButton*>(u"cmdSet"_qs)->click(); });
+  ExpectClick("cmdSet");
   user_.Expect([this](QWidget* editor) {
     EXPECT_EQ(editor->objectName(), u"frmSchedule"_qs);
     world_.instance.Told(u"show"_qs);
@@ -175,7 +172,7 @@ TEST_F(Life, AnotherStartComesBackToTheCalendar) {
   EXPECT_FALSE(QApplication::activeModalWidget()) << "the command that was swept away does not go on";
 
   for (int i = 0; i < 2; ++i) Add(u"střet"_qs, u"15.1.2024"_qs);
-  user_.Expect([](QWidget* dialog) { dialog->findChild<QPushButton*>(u"cmdSet"_qs)->click(); });
+  ExpectClick("cmdSet");
   user_.Expect([this](QWidget* conflict) {
     EXPECT_EQ(conflict->objectName(), u"frmMsg12"_qs);
     world_.instance.Told(u"show"_qs);

@@ -85,6 +85,20 @@ void MainWindow::Add(const QString& text, const QString& start, const QString& e
   ASSERT_TRUE(store.Insert(record));
 }
 
+void MainWindow::ExpectClick(const char* button, const char* field, const QString& text) {
+  user_.Expect([=](QWidget* dialog) {
+    if (field) FormDriver::Find<QLineEdit>(dialog, field)->setText(text);
+    FormDriver::Find<QPushButton>(dialog, button)->click();
+  });
+}
+
+void MainWindow::ExpectMessage(const QString& text, const char* button) {
+  user_.Expect([=](QWidget* dialog) {
+    EXPECT_EQ(FormDriver::Find<QPlainTextEdit>(dialog, "txtMessage")->toPlainText().toStdString(), text.toStdString());
+    FormDriver::Find<QPushButton>(dialog, button)->click();
+  });
+}
+
 qint64 MainWindow::RowCount() {
   Store store(InData("talnik.MDB"));
   return store.Number(statements::CountAll()).value_or(-1);

@@ -34,6 +34,10 @@ class MainWindow : public ::testing::Test {
   /// A record from `start` to `end`, written past the program. An alarm at `alarm` unless it is empty.
   void Add(const QString& text, const QString& start, const QString& end = {}, const QString& alarm = {});
   qint64 RowCount();
+  /// In the next window the field, if one is named, is filled and the button pressed.
+  void ExpectClick(const char* button, const char* field = nullptr, const QString& text = {});
+  /// The same for a message of this text.
+  void ExpectMessage(const QString& text, const char* button);
   QAction* Menu(const char* name) { return main_->Menu(name); }
   void Choose(const char* name) { Menu(name)->trigger(); }
   QString InData(const char* name) const;

@@ -86,7 +86,7 @@ TEST_F(NamesInWindow, ChangesAreAskedAboutWhenTheFieldIsLeft) {
   ASSERT_TRUE(ComesToFront());
 
   TypeInNames(u"Ňa "_qs);
-  user_.Expect([](QWidget* dialog) { dialog->findChild<QPushButton*>(u"cmdYES"_qs)->click(); });
+  ExpectClick("cmdYES");
   user_.Press(Qt::Key_Tab);
   EXPECT_TRUE(user_.AllCame());
   GoTo(u"16.1.2024"_qs);

@@ -20,13 +20,6 @@ class Tasks : public MainWindow {
       user_.Press(Qt::Key_Escape, Qt::NoModifier, editor);
     });
   }
-  /// The next window is a message of this text, which is answered by a button.
-  void ExpectMessage(const QString& text, const char* button) {
-    user_.Expect([text, button](QWidget* dialog) {
-      EXPECT_EQ(dialog->findChild<QPlainTextEdit*>(u"txtMessage"_qs)->toPlainText().toStdString(), text.toStdString());
-      FormDriver::Find<QPushButton>(dialog, button)->click();
-    });
-  }
 };
 
 TEST_F(Tasks, EachFilterOpensTheEditorOnItsRecordsUnlessThereAreNone) {
@@ -74,12 +67,7 @@ TEST_F(Tasks, AStoreThatGoesAwayIsToldOnceUntilItIsBack) {
 
 TEST_F(Tasks, ANewRecordStartsOnTheSelectedDayAndAPassedTimeIsAskedAbout) {
   Start();
-  const auto expectTime = [this](const char* button) {
-    user_.Expect([button](QWidget* dialog) {
-      FormDriver::Find<QLineEdit>(dialog, "Text1(0)")->setText(u"7"_qs);
-      FormDriver::Find<QPushButton>(dialog, button)->click();
-    });
-  };
+  const auto expectTime = [this](const char* button) { ExpectClick(button, "Text1(0)", u"7"_qs); };
   GoTo(u"20.1.2024"_qs);
   expectTime("cmdSet");
   ExpectEditor("Text3", u"20.1.2024 7:00"_qs);

@@ -3,9 +3,6 @@
 #include "editor/RecordSpeech.h"
 #include "editor/SaveRecord.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-
 #include <gtest/gtest.h>
 
 namespace talnik::test {
@@ -94,25 +91,9 @@ TEST(RecordSpeech, TheDayIsSaidOnlyWhenItHasChanged) {
   EXPECT_EQ(StartSpeech(u"15.1.2024"_qs, Now), u" datum 15.1.2024"_qs);
 }
 
-TEST(NoteFiles, AFreshRecordingIsAdoptedUnderTheNameOfTheMomentOrDropped) {
+TEST(NoteFiles, TheNameTellsTheMomentAndLiesInTheFolder) {
   EXPECT_EQ(NewSoundFileName(*Date::FromParts(2024, 11, 15, 8, 32, 41)), u"K15083.241"_qs);
   EXPECT_EQ(NewSoundFileName(*Date::FromParts(2024, 1, 5, 23, 7, 9)), u"A05237.09"_qs) << "a minute below ten";
-  QTemporaryDir folder;
-  const QString fresh = NewRecordingPath(folder.path());
-  EXPECT_EQ(AdoptNewRecording(folder.path(), Now), QString());
-  const auto record = [&fresh] {
-    QFile file(fresh);
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-    file.write("RIFF");
-  };
-  record();
-  const QString name = AdoptNewRecording(folder.path(), Now);
-  EXPECT_EQ(name, u"A15083.000"_qs);
-  EXPECT_TRUE(QFile::exists(folder.filePath(name)));
-  EXPECT_FALSE(QFile::exists(fresh));
-  record();
-  DropNewRecording(folder.path());
-  EXPECT_FALSE(QFile::exists(fresh));
   EXPECT_EQ(NotePath(u"K1.2"_qs, u"/r"_qs), u"/r/K1.2"_qs);
   EXPECT_EQ(NotePath(u"C:\\x\\K1.2"_qs, u"/r"_qs), u"C:\\x\\K1.2"_qs);
 }
