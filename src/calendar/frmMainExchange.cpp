@@ -28,10 +28,15 @@ QString FolderField(const QString& folder) {
 QString frmMain::PickCsv(int kind, const QString& fieldsBeforeFolder, const QString& title) {
   QString path;
   const QString fields = fieldsBeforeFolder + FolderField(exchangeFolder_) + u'|' + title;
-  const bool goesOn =
-      RunModal(Afterwards::Speaks, [&] { path = ChooseFile(dialogs(), *platform_.registry, kind, fields); });
+  const bool goesOn = RunModal(Afterwards::Speaks, [&] {
+    // This window may be passed through before the dialog has returned.
+    quietReturn_ = true;
+    path = ChooseFile(dialogs(), *platform_.registry, kind, fields);
+  });
   if (!goesOn) return QString();
-  if (path.isEmpty()) quietReturn_ = false;
+  if (!path.isEmpty()) return path;
+  quietReturn_ = false;
+  if (isActiveWindow()) calendar_->ReadDay(windowTitle(), false);
   return path;
 }
 
@@ -40,7 +45,6 @@ QString frmMain::PickCsv(int kind, const QString& fieldsBeforeFolder, const QStr
 bool frmMain::RunExchange(const QString& title, const QString& phase, bool brief,
                           const std::function<void(const CsvProgress&)>& job) {
   return RunModal(Afterwards::Speaks, [&] {
-    // The file dialog has closed; this window is only passed through.
     quietReturn_ = true;
     frmProgress form(services(), title, this);
     form.Label1->setText(phase);
