@@ -66,10 +66,11 @@ bool Rebuild::ReadRoots() {
     if (time_.ids) rows.AddIdentities(*time_.ids, time_.biases);
     const auto first = std::min_element(rows.Dates().begin(), rows.Dates().end());
     lines_.push_back({root.guid, first == rows.Dates().end() ? std::nullopt : std::optional(*first)});
-    series_.emplace_back(std::move(rows), exceptions->OfSeries(root.guid));
-    byGuid_[series_.back().Guid()].push_back(series_.size() - 1);
     // A root without a guid gives its rows a fresh one each time; one that is too long is cut.
-    rowsBearTheirRoot_ = rowsBearTheirRoot_ && series_.back().Guid() == root.guid.toUtf8();
+    const QString guid = CutToSize(rows.At(Date()).guid, GuidSize);
+    rowsBearTheirRoot_ = rowsBearTheirRoot_ && guid == root.guid;
+    series_.emplace_back(std::move(rows), exceptions->OfSeries(guid));
+    byGuid_[series_.back().Guid()].push_back(series_.size() - 1);
     return true;
   });
 }

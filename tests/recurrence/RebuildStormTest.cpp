@@ -71,6 +71,7 @@ class Storm {
       ScheduleRecord root = series_.Root("2.1.2024 9:00", kRules.at(static_cast<std::size_t>(i)));
       root.guid = guids_.at(i * 2);
       EXPECT_TRUE(series_.store.Insert(root));
+      series_.AddMember(i == 1 ? StatusChanged : StatusDeleted, guids_.at(i * 2) + u"_20240108"_qs, "8.1.2024 10:00");
     }
   }
 
@@ -105,7 +106,9 @@ class Storm {
     }};
     Statement change = changes.at(static_cast<std::size_t>(Below(changes.size())));
     const QString row =
-        u" WHERE rowid=(SELECT rowid FROM schedule ORDER BY (rowid*%1)%997 LIMIT 1)"_qs.arg(Below(996) + 1);
+        u" WHERE rowid=(SELECT rowid FROM schedule WHERE status<>1 OR %2 ORDER BY rowid*%1%997 LIMIT 1)"_qs
+            .arg(Below(996) + 1)
+            .arg(Below(2));
     if (change.sql == u"DELETE"_qs) {
       change.sql += u" FROM schedule"_qs + row;
     } else if (change.sql == u"INSERT"_qs) {
