@@ -1,6 +1,9 @@
 #include "timetools/TimeFieldPair.h"
 
+#include "shell/Form.h"
+
 #include <QCoreApplication>
+#include <QLabel>
 #include <QLineEdit>
 #include <QRegularExpression>
 #include <QRegularExpressionValidator>
@@ -21,11 +24,25 @@ bool IsWritten(const QString& text) {
   return !text.isEmpty() && text[0].category() != QChar::Other_Control;
 }
 
-}  // namespace
-
+/// "hodin:" and "minut:", the names of the two fields.
 QString TimeFieldName(int field) {
   return field == TimeFields::Hours ? QCoreApplication::translate("TimeFieldPair", "hodin:")
                                     : QCoreApplication::translate("TimeFieldPair", "minut:");
+}
+
+}  // namespace
+
+void MakeTimeFields(QWidget* form, const QString& labelName, std::array<QLabel*, 2>& labels,
+                    std::array<QLineEdit*, 2>& fields) {
+  for (const int field : {TimeFields::Hours, TimeFields::Minutes}) {
+    QLabel*& label = labels.at(static_cast<std::size_t>(field));
+    QLineEdit*& edit = fields.at(static_cast<std::size_t>(field));
+    label = new QLabel(TimeFieldName(field), form);
+    edit = new QLineEdit(form);
+    label->setBuddy(edit);
+    NameControl(label, labelName + u"(%1)"_qs.arg(field));
+    NameControl(edit, u"Text1(%1)"_qs.arg(field), label->text());
+  }
 }
 
 TimeFieldPair::TimeFieldPair(std::array<QLineEdit*, 2> fields, ControlEvents& events, Speech& speech,
@@ -58,6 +75,10 @@ QString TimeFieldPair::Minutes() const {
 void TimeFieldPair::Set(const QString& hours, const QString& minutes) {
   Field(TimeFields::Hours)->setText(hours);
   Field(TimeFields::Minutes)->setText(minutes);
+}
+
+void TimeFieldPair::Set(const Date& time) {
+  Set(QString::number(time.Hour()).rightJustified(2, u'0'), QString::number(time.Minute()).rightJustified(2, u'0'));
 }
 
 void TimeFieldPair::SetFocus(int field) {

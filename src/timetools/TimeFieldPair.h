@@ -1,5 +1,6 @@
 #pragma once
 
+#include "dates/Date.h"
 #include "shell/ControlEvents.h"
 #include "shell/FocusSpeech.h"
 #include "shell/Speech.h"
@@ -9,7 +10,9 @@
 
 #include <array>
 
+class QLabel;
 class QLineEdit;
+class QWidget;
 
 namespace talnik {
 
@@ -27,6 +30,7 @@ class TimeFieldPair {
   /// Both fields empty.
   bool Empty() const { return Hours().isEmpty() && Minutes().isEmpty(); }
   void Set(const QString& hours, const QString& minutes);
+  void Set(const Date& time);
   void SetFocus(int field);
 
  private:
@@ -46,7 +50,8 @@ class TimeFieldPair {
   bool movedByDigit_ = false;
 };
 
-/// "hodin:" and "minut:", the names of the two fields.
-QString TimeFieldName(int field);
+/// Makes the two fields of a form and their labels, which are named `labelName` and the field's number in brackets.
+void MakeTimeFields(QWidget* form, const QString& labelName, std::array<QLabel*, 2>& labels,
+                    std::array<QLineEdit*, 2>& fields);
 
 }  // namespace talnik

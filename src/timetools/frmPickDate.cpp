@@ -46,15 +46,10 @@ void frmPickDate::BuildControls() {
   grid->addWidget(Label1, 0, 1, 1, 2, Qt::AlignCenter);
   grid->addWidget(Command4, 0, 3);
   grid->addWidget(List1, 1, 0, 1, 4);
-  for (const int field : {TimeFields::Hours, TimeFields::Minutes}) {
-    const auto place = static_cast<std::size_t>(field);
-    lblTime.at(place) = new QLabel(TimeFieldName(field), this);
-    Text1.at(place) = new QLineEdit(this);
-    lblTime.at(place)->setBuddy(Text1.at(place));
-    NameControl(lblTime.at(place), u"lblTime(%1)"_qs.arg(field));
-    NameControl(Text1.at(place), u"Text1(%1)"_qs.arg(field), TimeFieldName(field));
-    grid->addWidget(lblTime.at(place), 2, 2 * field);
-    grid->addWidget(Text1.at(place), 2, 2 * field + 1);
+  MakeTimeFields(this, u"lblTime"_qs, lblTime, Text1);
+  for (std::size_t field = 0; field < Text1.size(); ++field) {
+    grid->addWidget(lblTime.at(field), 2, static_cast<int>(2 * field));
+    grid->addWidget(Text1.at(field), 2, static_cast<int>(2 * field) + 1);
   }
   grid->addWidget(cmdOK, 3, 0, 1, 2);
   grid->addWidget(cmdCancel, 3, 2, 1, 2);
@@ -94,8 +89,7 @@ void frmPickDate::ConnectKeys() {
 
 void frmPickDate::Open(const Date& date) {
   Show(date);
-  fields_->Set(QString::number(date.Hour()).rightJustified(2, u'0'),
-               QString::number(date.Minute()).rightJustified(2, u'0'));
+  fields_->Set(date);
   Cancelled = true;
   title_.Set(windowTitle());
   List1->setFocus();

@@ -54,15 +54,10 @@ frmSetSysTime::~frmSetSysTime() = default;
 
 void frmSetSysTime::BuildControls() {
   auto* grid = new QGridLayout(this);
-  for (const int field : {TimeFields::Hours, TimeFields::Minutes}) {
-    const auto place = static_cast<std::size_t>(field);
-    Label1.at(place) = new QLabel(TimeFieldName(field), this);
-    Text1.at(place) = new QLineEdit(this);
-    Label1.at(place)->setBuddy(Text1.at(place));
-    NameControl(Label1.at(place), u"Label1(%1)"_qs.arg(field));
-    NameControl(Text1.at(place), u"Text1(%1)"_qs.arg(field), TimeFieldName(field));
-    grid->addWidget(Label1.at(place), field, 0);
-    grid->addWidget(Text1.at(place), field, 1);
+  MakeTimeFields(this, u"Label1"_qs, Label1, Text1);
+  for (std::size_t field = 0; field < Text1.size(); ++field) {
+    grid->addWidget(Label1.at(field), static_cast<int>(field), 0);
+    grid->addWidget(Text1.at(field), static_cast<int>(field), 1);
   }
   cmdSet = new QPushButton(tr("Nastavit"), this);
   cmdSetDate = new QPushButton(tr("Vybrat datum a čas"), this);
@@ -92,8 +87,7 @@ void frmSetSysTime::BuildControls() {
 }
 
 void frmSetSysTime::Suggest(const Date& time) {
-  fields_->Set(QString::number(time.Hour()).rightJustified(2, u'0'),
-               QString::number(time.Minute()).rightJustified(2, u'0'));
+  fields_->Set(time);
 }
 
 void frmSetSysTime::Open() {
