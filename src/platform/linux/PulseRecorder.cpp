@@ -12,7 +12,7 @@ namespace talnik {
 namespace {
 
 /// For how long a microphone may give nothing; a card that wakes up takes less.
-constexpr std::chrono::milliseconds Patience(3000);
+constexpr std::chrono::milliseconds RecorderPatience(3000);
 
 }  // namespace
 
@@ -24,7 +24,7 @@ PulseRecorder::PulseRecorder(int longest)
     QMetaObject::invokeMethod(
         this, [this, file, ending] { OnEnd(file, ending); }, Qt::QueuedConnection);
   });
-  watch_.setInterval(Patience);
+  watch_.setInterval(RecorderPatience);
   connect(&watch_, &QTimer::timeout, this, &PulseRecorder::Listen);
 }
 

@@ -15,7 +15,7 @@ namespace talnik {
 namespace {
 
 constexpr qint64 LongestWord = 64 * 1024;
-constexpr qsizetype MostPeers = 16;
+constexpr qsizetype MostWriters = 16;
 constexpr int LinesAtOnce = 64;  // then the keys have their turn, however fast a peer writes
 
 }  // namespace
@@ -49,7 +49,7 @@ void SocketMailbox::Close() {
 void SocketMailbox::Accept() {
   while (QLocalSocket* peer = server_.nextPendingConnection()) {
     const auto peers = server_.findChildren<QLocalSocket*>(Qt::FindDirectChildrenOnly);
-    if (!IsOfThisUser(*peer) || peers.size() > MostPeers) {
+    if (!IsOfThisUser(*peer) || peers.size() > MostWriters) {
       DropPeer(peer);
       continue;
     }
