@@ -1,4 +1,5 @@
 #include "calendar/frmMain.h"
+#include "platform/linux/EndSignals.h"
 #include "platform/linux/MakePlatform.h"
 #include "platform/linux/XcbKeyboardHook.h"
 #include "shell/ControlEvents.h"
@@ -25,6 +26,7 @@ int main(int argc, char** argv) {
 
   talnik::frmMain main(talnik::MakePlatform(), QApplication::arguments().mid(1));
   QObject::connect(&main, &talnik::frmMain::Ended, &application, [] { QCoreApplication::exit(0); });
+  const talnik::EndSignals session([&main] { main.EndSession(); });
   if (!main.Load()) return 0;
   return QApplication::exec();
 }

@@ -59,6 +59,9 @@ class frmMain : public QMainWindow, private TickHost {
   /// Starts the program. False when another process runs already and this one is to end.
   bool Load();
 
+  /// Ends the program as its exit does, but asks nothing: the system ends it, and nobody may be there to answer.
+  void EndSession();
+
   /// The command with this name in the main menu.
   QAction* Menu(const char* name) const { return menu_.value(QString::fromLatin1(name)); }
 
@@ -131,6 +134,8 @@ class frmMain : public QMainWindow, private TickHost {
   void End();
   void HideWindow();
   void ShowNormal();
+  /// Over the windows of all programs, with the keyboard.
+  void BringToFront(QWidget* window);
   void ComeToFront();
   void DiscardForms();
   void Told(const QString& word);

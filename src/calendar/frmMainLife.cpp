@@ -58,7 +58,10 @@ bool frmMain::Form_Unload() {
   const bool hides = !cancelled && HideOnClose && !exitAnyway;
   if (hides) HideWindow();
   const bool stays = cancelled || hides || CountdownForbidsExit();
-  if (!stays) End();
+  if (!stays) {
+    namesField_->AskAboutChanges();
+    End();
+  }
   unloading_ = false;
   return stays;
 }
@@ -95,7 +98,6 @@ bool frmMain::CountdownForbidsExit() {
 /// Everything of the program goes, in this order. The objects stay until the event loop has ended: routines that are
 /// under way in windows that are swept away here still hold references to them.
 void frmMain::End() {
-  namesField_->AskAboutChanges();
   ended_ = true;
   Timer1.stop();
   AutSync_Timer.stop();
@@ -113,6 +115,10 @@ void frmMain::End() {
   Q_EMIT Ended();
 }
 
+void frmMain::EndSession() {
+  if (!ended_ && mainTimer_) End();
+}
+
 void frmMain::HideWindow() {
   focusWhenHidden_ = focusWidget();
   hide();
@@ -124,9 +130,13 @@ void frmMain::ShowNormal() {
   // A late event of the desktop may have moved the focus of the hidden window.
   if (!isVisible() && focusWhenHidden_) focusWhenHidden_->setFocus();
   show();
-  QWidget* front = QApplication::activeModalWidget() ? QApplication::activeModalWidget() : this;
-  front->raise();
-  front->activateWindow();
+  BringToFront(QApplication::activeModalWidget() ? QApplication::activeModalWidget() : this);
+}
+
+void frmMain::BringToFront(QWidget* window) {
+  window->raise();
+  window->activateWindow();
+  platform_.shell->BringToFront(window->winId());
 }
 
 /// Closes every window of the program but this one, whatever state it is in.
@@ -165,8 +175,7 @@ void frmMain::Told(const QString& word) {
 bool frmMain::GoToOpenWindow() {
   QWidget* modal = QApplication::activeModalWidget();
   if (!modal) return false;
-  modal->raise();
-  modal->activateWindow();
+  BringToFront(modal);
   return true;
 }
 

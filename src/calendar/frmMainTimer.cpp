@@ -53,10 +53,7 @@ void frmMain::RunBox(frmAlarmBox::Role role) {
                                     .recordFolder = paths_.RecordFolder,
                                     .refreshMonth = [this] { calendar_->SetTodayState(false); }},
                     role, owner);
-    QTimer::singleShot(0, &box, [&box] {
-      box.raise();
-      box.activateWindow();
-    });
+    QTimer::singleShot(0, &box, [this, &box] { BringToFront(&box); });
     alarmBoxOpen_ = true;
     box.Open();
     alarmBoxOpen_ = false;
@@ -105,9 +102,7 @@ void frmMain::BackToMainTimer_Timer() {
   if (!backToMain_.Tick(*platform_.shell)) return;
   BackToMainTimer.stop();
   setWindowState((windowState() & ~Qt::WindowMinimized) | Qt::WindowMaximized);
-  if (GoToOpenWindow()) return;
-  raise();
-  activateWindow();
+  if (!GoToOpenWindow()) BringToFront(this);
 }
 
 }  // namespace talnik

@@ -35,6 +35,9 @@ class Shell {
   /// Opens the settings of the desktop for people who cannot see the screen. False when it has none.
   virtual bool OpenAccessibilitySettings() { return false; }
 
+  /// Gives the keyboard to a window of this program, whoever has it. Where the desktop does not allow that, nothing
+  /// happens.
+  virtual void BringToFront(quint64) {}
   /// The window of another program that has the keyboard.
   virtual ForeignWindowInfo WindowWithFocus() { return {}; }
   /// True until the window has been closed.

@@ -1,8 +1,10 @@
+#include "platform/linux/LinuxShell.h"
 #include "platform/linux/XcbKeyboardHook.h"
 #include "support/FormDriver.h"
 
 #include <QApplication>
 #include <QProcess>
+#include <QWidget>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
@@ -12,6 +14,8 @@
 #include <xcb/xcb.h>
 
 #include <csignal>
+#include <cstdlib>
+#include <memory>
 #include <string>
 
 namespace talnik::test {
@@ -88,6 +92,22 @@ TEST_F(HotKey, WhatAnotherProgramHoldsCannotBeHadUntilItLetsGo) {
   xcb_disconnect(connection);
   EXPECT_TRUE(FormDriver::Until([this] { return hook_->Watch(CtrlAltT); }));
   EXPECT_EQ(Heard(Whole), 1);
+}
+
+TEST(Windows, ComeToTheFrontAsIfTheUserHadChosenThem) {
+  xcb_connection_t* manager = xcb_connect(nullptr, nullptr);
+  const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(manager)).data->root;
+  const std::uint32_t mask = XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT;
+  std::free(xcb_request_check(manager, xcb_change_window_attributes_checked(manager, root, XCB_CW_EVENT_MASK, &mask)));
+  QWidget window;
+  LinuxShell().BringToFront(window.winId());
+  EXPECT_TRUE(FormDriver::Until([&] {
+    const std::unique_ptr<xcb_generic_event_t, decltype(&std::free)> event(xcb_poll_for_event(manager), &std::free);
+    if (!event || (event->response_type & 0x7f) != XCB_CLIENT_MESSAGE) return false;
+    const auto& wish = *reinterpret_cast<const xcb_client_message_event_t*>(event.get());
+    return wish.window == window.winId() && wish.data.data32[0] == 2;
+  }));
+  xcb_disconnect(manager);
 }
 
 }  // namespace talnik::test

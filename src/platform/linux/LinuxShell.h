@@ -18,6 +18,7 @@ class LinuxShell : public Shell {
   bool Open(const QString& path) override;
   bool Start(const QString& program, const QStringList& arguments) override;
   bool OpenAccessibilitySettings() override;
+  void BringToFront(quint64 window) override;
   ForeignWindowInfo WindowWithFocus() override;
   bool WindowExists(quint64 handle) override;
 

@@ -34,13 +34,19 @@ class WindowProperties {
   bool Readable() const { return connection_ != nullptr; }
   xcb_window_t Root() const { return root_; }
 
+  xcb_connection_t* Connection() const { return connection_; }
+
+  /// 0 where nobody on the display has used the name yet.
+  xcb_atom_t Atom(const char* name) const {
+    const auto cookie = xcb_intern_atom(connection_, 1, static_cast<std::uint16_t>(std::strlen(name)), name);
+    const std::unique_ptr<xcb_intern_atom_reply_t, Free> atom(xcb_intern_atom_reply(connection_, cookie, nullptr));
+    return atom ? atom->atom : xcb_atom_t{XCB_ATOM_NONE};
+  }
+
   QByteArray Bytes(xcb_window_t window, const char* property) const {
-    const auto length = static_cast<std::uint16_t>(std::strlen(property));
-    const std::unique_ptr<xcb_intern_atom_reply_t, Free> atom(
-        xcb_intern_atom_reply(connection_, xcb_intern_atom(connection_, 1, length, property), nullptr));
-    if (!atom || atom->atom == XCB_ATOM_NONE) return {};
-    const auto cookie =
-        xcb_get_property(connection_, 0, window, atom->atom, XCB_GET_PROPERTY_TYPE_ANY, 0, LongestProperty);
+    const xcb_atom_t atom = Atom(property);
+    if (atom == XCB_ATOM_NONE) return {};
+    const auto cookie = xcb_get_property(connection_, 0, window, atom, XCB_GET_PROPERTY_TYPE_ANY, 0, LongestProperty);
     const std::unique_ptr<xcb_get_property_reply_t, Free> reply(xcb_get_property_reply(connection_, cookie, nullptr));
     if (!reply) return {};
     return QByteArray(static_cast<const char*>(xcb_get_property_value(reply.get())),
@@ -65,6 +71,25 @@ class WindowProperties {
 };
 
 }  // namespace
+
+/// A window manager may refuse a program that asks for itself while the user is at work in another one; what a pager
+/// asks for is the user's own choice.
+void LinuxShell::BringToFront(quint64 window) {
+  constexpr std::uint32_t pager = 2;
+  const WindowProperties properties;
+  if (!properties.Readable()) return;
+  xcb_client_message_event_t wish{};
+  wish.response_type = XCB_CLIENT_MESSAGE;
+  wish.format = 32;
+  wish.window = static_cast<xcb_window_t>(window);
+  wish.type = properties.Atom("_NET_ACTIVE_WINDOW");
+  wish.data.data32[0] = pager;
+  if (wish.type == XCB_ATOM_NONE) return;
+  xcb_send_event(properties.Connection(), 0, properties.Root(),
+                 XCB_EVENT_MASK_SUBSTRUCTURE_NOTIFY | XCB_EVENT_MASK_SUBSTRUCTURE_REDIRECT,
+                 reinterpret_cast<const char*>(&wish));
+  xcb_flush(properties.Connection());
+}
 
 ForeignWindowInfo LinuxShell::WindowWithFocus() {
   const WindowProperties properties;
