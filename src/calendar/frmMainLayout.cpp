@@ -241,8 +241,16 @@ void frmMain::List1_GotFocus() {
   calendar_->List1_GotFocus();
 }
 
+/// Told once; whoever hears nothing has a screen or a Braille line to find it on.
 void frmMain::CheckVoiceSupport() {
-  if (!speech().IsPresent()) dialogs().Warn(tr("Nezdařilo se spustit podporu Lumory.") + u"|Lumora"_qs);
+  if (ended_) return;
+  const Voice::Support support = speech().Supported();
+  if (support == Voice::Support::Missing) {
+    dialogs().Warn(tr("Nezdařilo se spustit podporu Lumory.") + u"|Lumora"_qs);
+  } else if (support == Voice::Support::Unknown) {
+    constexpr int again = 250;
+    QTimer::singleShot(again, this, [this] { CheckVoiceSupport(); });
+  }
 }
 
 }  // namespace talnik

@@ -12,6 +12,7 @@ class Voice {
     Append  ///< heard after what is being said
   };
   enum class Urgency { Text, Important };
+  enum class Support { Unknown, There, Missing };
 
   virtual ~Voice() = default;
 
@@ -22,6 +23,9 @@ class Voice {
   virtual void SpeakCharacter(const QString& character, Join join) = 0;
 
   virtual void Stop() = 0;
+
+  /// Whether there is anything that can speak; unknown for as long as it is being looked for.
+  virtual Support Supported() const = 0;
 
   /// True from the call of Speak until the text has been said to its end, cut or given up.
   virtual bool IsSpeaking() const = 0;

@@ -28,7 +28,7 @@ class Speech : public QObject {
   /// `soundFolder` holds the signals and ends in a separator. `voice` may be null.
   Speech(Voice* voice, Braille& braille, Sound& sound, QString soundFolder);
 
-  bool IsPresent() const { return voice_ != nullptr; }
+  Voice::Support Supported() const { return voice_ ? voice_->Supported() : Voice::Support::Missing; }
 
   /// The general command; see the kinds. The result is nonzero for AskSpeaking while speech is running.
   int VoiceCommand(int kind, int code, const QString& text, int skipVoice = 0, int brailleOffset = 0,

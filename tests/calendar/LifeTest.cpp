@@ -269,12 +269,24 @@ TEST_F(Life, AStoreThatIsNoneIsToldAndTheProgramGoesOn) {
 }
 
 TEST_F(Life, WithoutSpeechTheUserIsToldOnce) {
-  world_.platform.voice.reset();
-  user_.ExpectAndPress(u"frmMsg12"_qs, Qt::Key_Return);
+  world_.voice.Found = Voice::Support::Unknown;
   Start();
-  user_.Press(Qt::Key_Down);
   EXPECT_TRUE(user_.AllCame());
+  world_.voice.Found = Voice::Support::Missing;
+  user_.ExpectAndPress(u"frmMsg12"_qs, Qt::Key_Return);
+  EXPECT_TRUE(FormDriver::Until([this] { return user_.AllCame(); })) << "when the search for it has ended";
+  ASSERT_TRUE(FormDriver::Until([this] { return main_->isActiveWindow(); }));
+  user_.Press(Qt::Key_Down);
   EXPECT_EQ(DayAndMonth(), u"16. úterý leden 2024"_qs);
+}
+
+TEST_F(Life, TheEndOfTheSessionKeepsTheSettingsAndAsksNothing) {
+  Start();
+  main_->txtNames->setFocus();
+  user_.Type(u"x"_qs);
+  main_->EndSession();
+  EXPECT_EQ(ended_, 1);
+  EXPECT_TRUE(world_.profile.Written.contains(u"Application.ExitMode=0"_qs));
 }
 
 }  // namespace

@@ -23,7 +23,9 @@ class FakeVoice : public Voice {
   void SpeakCharacter(const QString& character, Join join) override;
   void Stop() override;
   bool IsSpeaking() const override { return Speaking; }
+  Support Supported() const override { return Found; }
   bool Speaking = false;
+  Support Found = Support::There;
 
  private:
   Transcript& transcript_;

@@ -77,8 +77,14 @@ void SpeechdSession::Stop() {
   });
 }
 
+bool SpeechdSession::Connect() {
+  const bool open = connection_.Open();
+  support_ = open ? Voice::Support::There : Voice::Support::Missing;
+  return open;
+}
+
 void SpeechdSession::Run() {
-  connection_.Open();
+  Connect();
   while (!box_.IsClosed()) {
     if (std::optional<Wish> wish = box_.Wait(giveUp_)) Carry(std::move(*wish));
     if (message_ && giveUp_.hasExpired()) PieceDone();
@@ -144,12 +150,12 @@ std::optional<size_t> SpeechdSession::Send(const Utterance& utterance, const QSt
     return utterance.isCharacter ? connection_.SayCharacter(bytes) : connection_.Say(bytes, utterance.urgency);
   };
   const bool wasOpen = connection_.IsOpen();
-  if (!connection_.Open()) return std::nullopt;
+  if (!Connect()) return std::nullopt;
   std::optional<size_t> message = say();
   if (!message && wasOpen) {
     // The daemon may have ended since the last text.
     connection_.Close();
-    if (connection_.Open()) message = say();
+    if (Connect()) message = say();
   }
   return message;
 }

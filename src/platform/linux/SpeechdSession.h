@@ -8,6 +8,7 @@
 #include <QList>
 #include <QString>
 
+#include <atomic>
 #include <chrono>
 #include <deque>
 #include <mutex>
@@ -61,6 +62,7 @@ class SpeechdSession {
   void Speak(Utterance utterance, Voice::Join join);
   void Stop();
   bool IsSpeaking() const { return count_.IsSpeaking(); }
+  Voice::Support Supported() const { return support_; }
   /// Lets Run end.
   void Close() { box_.Close(); }
 
@@ -77,6 +79,7 @@ class SpeechdSession {
   void Carry(Wish wish);
   void Obey(SpeechEvent event);
   void Next();
+  bool Connect();
   std::optional<size_t> Send(const Utterance& utterance, const QString& piece);
   std::chrono::milliseconds PatienceForRest() const;
   void PieceDone();
@@ -84,6 +87,7 @@ class SpeechdSession {
 
   SpeechCount count_;
   WishBox<Wish> box_;
+  std::atomic<Voice::Support> support_ = Voice::Support::Unknown;
 
   // The worker's own.
   SpeechdConnection connection_;

@@ -28,6 +28,10 @@ void SpeechdVoice::Stop() {
   session_->Stop();
 }
 
+Voice::Support SpeechdVoice::Supported() const {
+  return session_->Supported();
+}
+
 bool SpeechdVoice::IsSpeaking() const {
   return session_->IsSpeaking();
 }

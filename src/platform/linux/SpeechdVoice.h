@@ -20,6 +20,7 @@ class SpeechdVoice : public Voice {
   void Speak(const QString& text, Join join, Urgency urgency) override;
   void SpeakCharacter(const QString& character, Join join) override;
   void Stop() override;
+  Support Supported() const override;
   bool IsSpeaking() const override;
 
  private:

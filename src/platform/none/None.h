@@ -17,6 +17,8 @@ namespace talnik {
 
 class NoneVoice : public Voice {
  public:
+  /// Silence is what was asked for.
+  Support Supported() const override { return Support::There; }
   void Speak(const QString&, Join, Urgency) override {}
   void SpeakCharacter(const QString&, Join) override {}
   void Stop() override {}
