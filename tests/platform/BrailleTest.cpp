@@ -60,8 +60,17 @@ class BrailleTest : public ::testing::Test {
     if (!daemon) GTEST_SKIP() << "brltty is not installed";
   }
 
-  static bool Shows(const QString& text) {
-    return FormDriver::Until([&] { return daemon->Shown() == text; });
+  static ::testing::AssertionResult Shows(const QString& text) {
+    if (FormDriver::Until([&] { return daemon->Shown() == text; })) return ::testing::AssertionSuccess();
+    return ::testing::AssertionFailure() << daemon->Shown().toStdString();
+  }
+  /// A line of ours that shows "before".
+  static std::unique_ptr<BrlapiBraille> Connected() {
+    auto braille = std::make_unique<BrlapiBraille>();
+    braille->SetActive(true);
+    braille->Show(u"before"_qs, 0);
+    EXPECT_TRUE(Shows(u"before"_qs));
+    return braille;
   }
 
   const Variable terminal_{"WINDOWPATH", "7"};
@@ -77,18 +86,18 @@ TEST_F(BrailleTest, ATextIsShownWithItsCursorAndTheKeysOfTheLineMoveAlongIt) {
   EXPECT_TRUE(FormDriver::Until([&] { return braille.IsPresent(); }));
   braille.SetActive(true);
   braille.Show(u"žluťoučký kůň"_qs, 3);
-  EXPECT_TRUE(Shows(u"žluťoučký kůň"_qs)) << daemon->Shown().toStdString();
+  EXPECT_TRUE(Shows(u"žluťoučký kůň"_qs));
   EXPECT_TRUE(FormDriver::Until([] { return daemon->CursorCell() == 4; })) << daemon->CursorCell();
 
   const QString beginning(40, u'a');
   braille.Show(beginning + u"konec"_qs, 42);
-  EXPECT_TRUE(Shows(u"konec"_qs)) << daemon->Shown().toStdString();
+  EXPECT_TRUE(Shows(u"konec"_qs));
   daemon->Press("FWINLT");
-  EXPECT_TRUE(Shows(beginning)) << daemon->Shown().toStdString();
+  EXPECT_TRUE(Shows(beginning));
   daemon->Press("FWINRT");
-  EXPECT_TRUE(Shows(u"konec"_qs)) << daemon->Shown().toStdString();
+  EXPECT_TRUE(Shows(u"konec"_qs));
   braille.Show(QString(), Braille::NoCursor);
-  EXPECT_TRUE(Shows(QString())) << daemon->Shown().toStdString();
+  EXPECT_TRUE(Shows(QString()));
 }
 
 TEST_F(BrailleTest, TheLineIsGivenBackAndTakenAgain) {
@@ -119,43 +128,35 @@ TEST_F(BrailleTest, TheLineIsGivenBackAndTakenAgain) {
 }
 
 TEST_F(BrailleTest, AStoppedDaemonBlocksNoCallAndShowsTheNewestTextWhenItGoesOn) {
-  BrlapiBraille connected;
-  connected.SetActive(true);
-  connected.Show(u"before"_qs, 0);
-  ASSERT_TRUE(Shows(u"before"_qs));
+  const auto connected = Connected();
   daemon->Freeze();
   const qsizetype shown = daemon->Visual().size();
   auto connecting = std::make_unique<BrlapiBraille>();
   EXPECT_FALSE(connecting->IsPresent());
   for (int i = 0; i < 50; ++i) {
-    connected.Show(u"text %1"_qs.arg(i), 0);
+    connected->Show(u"text %1"_qs.arg(i), 0);
     connecting->Show(u"never"_qs, 0);
   }
   connecting.reset();
-  connected.Show(u"newest"_qs, 0);
+  connected->Show(u"newest"_qs, 0);
   daemon->Thaw();
   EXPECT_TRUE(Shows(u"newest"_qs));
   EXPECT_LE(daemon->Visual().mid(shown).filter(u"text"_qs).size(), 1);
 }
 
 TEST_F(BrailleTest, AKilledDaemonIsFoundAgain) {
-  BrlapiBraille braille;
-  braille.SetActive(true);
-  braille.Show(u"before"_qs, 0);
-  ASSERT_TRUE(Shows(u"before"_qs));
+  const auto braille = Connected();
   daemon->Kill();
-  EXPECT_TRUE(FormDriver::Until([&] { return !braille.IsPresent(); }));
-  braille.Show(u"lost"_qs, 0);
+  EXPECT_TRUE(FormDriver::Until([&] { return !braille->IsPresent(); }));
+  braille->Show(u"lost"_qs, 0);
   ASSERT_TRUE(daemon->Start());
-  EXPECT_TRUE(FormDriver::Until([&] { return braille.IsPresent(); })) << "the wish alone is search enough";
+  EXPECT_TRUE(FormDriver::Until([&] { return braille->IsPresent(); })) << "the wish alone is search enough";
   EXPECT_TRUE(Shows(u"lost"_qs));
 }
 
 TEST_F(BrailleTest, WithoutADaemonThereIsNoLine) {
   const Variable nowhere("BRLAPI_HOST", "127.0.0.1:60999");
   BrlapiBraille braille;
-  EXPECT_FALSE(braille.IsPresent());
-  braille.SetActive(true);
   for (int i = 0; i < 100; ++i) braille.Show(u"nothing"_qs, 0);
   EXPECT_FALSE(braille.IsPresent());
 }

@@ -27,12 +27,11 @@ TEST(LocaleCodePage, EveryByteOfAnOlderFileComesBackAsItWas) {
 }
 
 TEST(LocaleCodePage, WritesTheCharsetOfTheLocaleUnlessLettersWouldBeLost) {
-  struct Case {
+  const struct {
     QByteArray charset;
     QString text;
     QByteArray bytes;
-  };
-  const Case cases[] = {
+  } cases[] = {
       {"UTF-8", u"kůň"_qs, "kůň"},
       {"CP1250", u"kůň š"_qs, "k\xf9\xf2 \x9a"},
       {"CP1250", u"Ω"_qs, "Ω"},
@@ -42,7 +41,7 @@ TEST(LocaleCodePage, WritesTheCharsetOfTheLocaleUnlessLettersWouldBeLost) {
       {"ANSI_X3.4-1968", u"č"_qs, "č"},
       {"no such charset", u"č"_qs, "č"},
   };
-  for (const Case& one : cases) {
+  for (const auto& one : cases) {
     const LocaleCodePage page(one.charset);
     EXPECT_EQ(page.Encode(one.text), one.bytes) << one.charset.constData();
     EXPECT_EQ(page.Decode(page.Encode(one.text)), one.text) << one.charset.constData();

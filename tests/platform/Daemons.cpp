@@ -21,12 +21,12 @@ Daemon::~Daemon() {
   if (!process_.waitForFinished(3000)) Kill();
 }
 
-bool Daemon::Run(const QString& program, const QStringList& arguments) {
+bool Daemon::Run(const QString& program, const QString& options) {
   process_.setProcessEnvironment(environment_);
   process_.setWorkingDirectory(folder_.path());
   process_.setStandardOutputFile(QProcess::nullDevice());
   process_.setStandardErrorFile(Path(u"stderr"_qs));
-  process_.start(QStandardPaths::findExecutable(program), arguments);
+  process_.start(QStandardPaths::findExecutable(program), options.split(u' '));
   return process_.waitForStarted();
 }
 
@@ -37,14 +37,6 @@ bool Daemon::IsInstalled(const QString& program) {
 void Daemon::Signal(int number) {
   // Number 0 would be this process and its siblings.
   if (process_.processId() > 0) kill(static_cast<pid_t>(process_.processId()), number);
-}
-
-void Daemon::Freeze() {
-  Signal(SIGSTOP);
-}
-
-void Daemon::Thaw() {
-  Signal(SIGCONT);
 }
 
 void Daemon::Kill() {
@@ -71,8 +63,8 @@ bool SoundServer::Start() {
             "load-module module-null-sink sink_name=out norewinds=1\n"
             "load-module module-native-protocol-unix auth-anonymous=1 socket=" +
                 Path(u"native"_qs).toUtf8() + "\nset-default-sink out\n" + microphone);
-  return Run(u"pulseaudio"_qs, {u"-n"_qs, u"-F"_qs, Path(u"default.pa"_qs), u"--daemonize=no"_qs,
-                                u"--exit-idle-time=-1"_qs, u"--disallow-exit"_qs}) &&
+  return Run(u"pulseaudio"_qs,
+             u"-n -F %1 --daemonize=no --exit-idle-time=-1 --disallow-exit"_qs.arg(Path(u"default.pa"_qs))) &&
          FormDriver::Until([this] { return QFileInfo::exists(Path(u"native"_qs)); });
 }
 
@@ -83,9 +75,9 @@ constexpr int EarRate = 8000;
 }  // namespace
 
 Ear::Ear(const SoundServer& server) {
-  recorder_.start(u"parec"_qs,
-                  {u"--server"_qs, server.Address(), u"-d"_qs, u"out.monitor"_qs, u"--raw"_qs, u"--format=s16le"_qs,
-                   u"--rate=%1"_qs.arg(EarRate), u"--channels=1"_qs, u"--latency-msec=20"_qs});
+  const QString options =
+      u"--server %1 -d out.monitor --raw --format=s16le --rate=%2 --channels=1 --latency-msec=20"_qs;
+  recorder_.start(u"parec"_qs, options.arg(server.Address()).arg(EarRate).split(u' '));
 }
 
 Ear::~Ear() {
@@ -151,8 +143,8 @@ bool SpeechDaemon::Start() {
     socket.connectToServer(Path(u"speech.sock"_qs));
     return socket.waitForConnected(0);
   };
-  return Run(u"speech-dispatcher"_qs, {u"-s"_qs, u"-C"_qs, folder_.path(), u"-S"_qs, Path(u"speech.sock"_qs), u"-P"_qs,
-                                       Path(u"speech.pid"_qs), u"-L"_qs, folder_.path(), u"-t"_qs, u"0"_qs}) &&
+  return Run(u"speech-dispatcher"_qs,
+             u"-s -C %1 -S %1/speech.sock -P %1/speech.pid -L %1 -t 0"_qs.arg(folder_.path())) &&
          FormDriver::Until(isListening);
 }
 
@@ -168,10 +160,9 @@ QStringList SpeechDaemon::News() {
   QStringList news;
   for (auto found = deed.globalMatch(log); found.hasNext();) {
     const QRegularExpressionMatch match = found.next();
-    if (match.hasCaptured(u"say"_qs)) news << u"say: "_qs + match.captured(u"say"_qs);
-    if (match.hasCaptured(u"char"_qs)) news << u"char: "_qs + match.captured(u"char"_qs);
-    if (match.hasCaptured(u"end"_qs)) news << u"end"_qs;
-    if (match.hasCaptured(u"cut"_qs)) news << u"cut"_qs;
+    const QString name = deed.namedCaptureGroups()[match.lastCapturedIndex()];
+    const bool isText = name == u"say"_qs || name == u"char"_qs;
+    news << (isText ? QString(name + u": "_qs + match.captured(name)) : name);
   }
   return news;
 }
@@ -200,32 +191,10 @@ bool BrailleDaemon::Start() {
     socket.connectToHost(u"127.0.0.1"_qs, static_cast<quint16>(firstPort + port_));
     return socket.waitForConnected(100) && !visual_.isEmpty();
   };
-  return Run(u"brltty"_qs, {u"-n"_qs,
-                            u"-e"_qs,
-                            u"-q"_qs,
-                            u"-f"_qs,
-                            u"/dev/null"_qs,
-                            u"-b"_qs,
-                            u"vr"_qs,
-                            u"-d"_qs,
-                            u"client:"_qs + Path(u"display.sock"_qs),
-                            u"-x"_qs,
-                            u"no"_qs,
-                            u"-s"_qs,
-                            u"no"_qs,
-                            u"-t"_qs,
-                            u"cs"_qs,
-                            u"-A"_qs,
-                            u"auth=none,host=127.0.0.1:%1"_qs.arg(port_),
-                            u"-P"_qs,
-                            Path(u"brltty.pid"_qs),
-                            u"-W"_qs,
-                            folder_.path(),
-                            u"-U"_qs,
-                            folder_.path(),
-                            u"-F"_qs,
-                            Path(u"preferences"_qs)}) &&
-         FormDriver::Until(isListening);
+  const QString options =
+      u"-n -e -q -f /dev/null -b vr -d client:%1/display.sock -x no -s no -t cs -A auth=none,host=127.0.0.1:%2 "
+      "-P %1/brltty.pid -W %1 -U %1 -F %1/preferences"_qs;
+  return Run(u"brltty"_qs, options.arg(folder_.path()).arg(port_)) && FormDriver::Until(isListening);
 }
 
 void BrailleDaemon::Press(const QByteArray& key) {

@@ -8,6 +8,7 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <csignal>
 #include <memory>
 
 class QLocalSocket;
@@ -22,14 +23,15 @@ class Daemon {
   /// False when it did not come up.
   virtual bool Start() = 0;
   /// The daemon keeps its sockets and answers nobody.
-  void Freeze();
-  void Thaw();
+  void Freeze() { Signal(SIGSTOP); }
+  void Thaw() { Signal(SIGCONT); }
   void Kill();
 
   static bool IsInstalled(const QString& program);
 
  protected:
-  bool Run(const QString& program, const QStringList& arguments);
+  /// `options` are separated by blanks.
+  bool Run(const QString& program, const QString& options);
   QString Path(const QString& name) const { return folder_.filePath(name); }
 
   QTemporaryDir folder_;
