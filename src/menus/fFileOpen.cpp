@@ -24,6 +24,11 @@ QStringList WithFoldersAbove(const QString& path) {
   return paths;
 }
 
+/// A name within a message, whose fields are separated by the same sign.
+QString InMessage(QString name) {
+  return name.replace(u'|', u'\u00A6');
+}
+
 }  // namespace
 
 QString fFileOpen::Pick(const QString& otherFolder) {
@@ -71,9 +76,6 @@ void fFileOpen::Walk(QStringList paths, const QString& cursorAt, Reach reach) {
 void fFileOpen::ShowFolder(const QString& path, const Answer& answer, const QString& cursorAt) {
   folder_ = path;
   entries_ = answer.entries;
-  heading_ = FolderName(path);
-  lblFolder->setText(tr("S&ložka: ") + QString(heading_).replace(u'&', u"&&"_qs));
-  lblFolder->setToolTip(path);
   ListFolder(cursorAt);
   if (focusIsTaken_ || dirList->hasFocus()) FocusList();
   focusIsTaken_ = true;
@@ -84,6 +86,7 @@ void fFileOpen::ListFolder(const QString& cursorAt) {
   showsFound_ = false;
   typed_.clear();
   heading_ = FolderName(folder_);
+  ShowHeading(tr("S&ložka: "));
   const QList<Folders::Entry> lines = FolderList(entries_, Filter());
   const auto found =
       std::find_if(lines.begin(), lines.end(), [&cursorAt](const auto& line) { return line.name == cursorAt; });
@@ -112,6 +115,13 @@ void fFileOpen::GoToDrive() {
   const int row = drvList->ListIndex();
   if (row < 0) return speech().Signal(Speech::Refused);
   Walk({places_[row].path}, QString(), Reach::NearestLeft);
+}
+
+/// The list has no name from its label for screen readers.
+void fFileOpen::ShowHeading(const QString& prefix) {
+  lblFolder->setText(prefix + QString(heading_).replace(u'&', u"&&"_qs));
+  lblFolder->setToolTip(folder_);
+  dirList->setAccessibleName(QString(prefix).remove(u'&') + heading_);
 }
 
 void fFileOpen::FocusList() {
@@ -174,7 +184,7 @@ void fFileOpen::Command1_Click() {
 /// A folder is entered, a file is chosen; a name without the extension that it is to have gets it.
 void fFileOpen::Accept(const QString& path) {
   if (path.contains(QChar::ReplacementCharacter)) {
-    return dialogs().Warn(tr("Jméno obsahuje znaky, které nelze přečíst: ") + path);
+    return dialogs().Warn(tr("Jméno obsahuje znaky, které nelze přečíst: ") + InMessage(path));
   }
   Read(path, [this, path](const Answer& answer) {
     if (answer.outcome == Outcome::Folder) {
@@ -191,19 +201,19 @@ void fFileOpen::Accept(const QString& path) {
 void fFileOpen::Judge(const QString& path, Outcome outcome) {
   switch (outcome) {
     case Outcome::File: {
-      const QString question = tr("Soubor %1 již existuje. Přepsat?").arg(path.section(u'/', -1));
+      const QString question = tr("Soubor %1 již existuje. Přepsat?").arg(InMessage(path.section(u'/', -1)));
       if (!request_.saves || dialogs().Ask(question, Dialogs::Default::Second)) Finish(path);
       return;
     }
     case Outcome::Missing:
-      return request_.saves ? Finish(path) : dialogs().Warn(tr("Soubor nebyl nalezen: ") + path);
+      return request_.saves ? Finish(path) : dialogs().Warn(tr("Soubor nebyl nalezen: ") + InMessage(path));
     case Outcome::NoFolder:
-      return dialogs().Warn(tr("Složka neexistuje: ") + FolderAbove(path));
+      return dialogs().Warn(tr("Složka neexistuje: ") + InMessage(FolderAbove(path)));
     case Outcome::NoAnswer:
-      return dialogs().Warn(tr("Disk nebo síť neodpovídá: ") + path);
+      return dialogs().Warn(tr("Disk nebo síť neodpovídá: ") + InMessage(path));
     case Outcome::Folder:
     case Outcome::Refused:
-      return dialogs().Warn(tr("Zde nelze soubor otevřít ani uložit: ") + path);
+      return dialogs().Warn(tr("Zde nelze soubor otevřít ani uložit: ") + InMessage(path));
   }
 }
 

@@ -84,6 +84,7 @@ class fFileOpen : public Form {
   void GoUp();
   void EnterLine();
   void GoToDrive();
+  void ShowHeading(const QString& prefix);
   void FocusList();
   void ReadList();
   QString LineText() const;

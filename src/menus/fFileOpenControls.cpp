@@ -86,8 +86,8 @@ void fFileOpen::BuildControls() {
   cmdFind = new QPushButton(tr("Hledat"), this);
   Command1 = new QPushButton(SharedText(request_.button), this);
   cmdCancel = new QPushButton(SharedText(TextId::Storno), this);
-  NameControl(drvList, u"drvList"_qs);
-  NameControl(dirList, u"dirList"_qs);
+  NameControl(drvList, u"drvList"_qs, tr("Místa:"));
+  NameControl(dirList, u"dirList"_qs, tr("Složka:"));
   NameControl(cbFilter, u"cbFilter"_qs);
   NameControl(Text1, u"Text1"_qs);
   NameControl(txtFind, u"txtFind"_qs);

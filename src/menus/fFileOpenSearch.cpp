@@ -40,6 +40,7 @@ void fFileOpen::ShowFound() {
   showsFound_ = true;
   typed_.clear();
   heading_ = tr("Nalezeno ") + QString::number(search_.Found.size()) + unread;
+  ShowHeading(QString());
   dirList->Show(search_.Found);
   MirrorLine();
   // Whoever has gone on to another field meanwhile is told, and stays there.

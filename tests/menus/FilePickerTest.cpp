@@ -6,6 +6,7 @@
 #include "support/FakePlatform.h"
 #include "support/FormDriver.h"
 
+#include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
 #include <QKeySequence>
@@ -152,8 +153,15 @@ TEST(FilePicker, EveryControlIsReachedByTabAndSaysItself) {
         "Tab > say: Místa: Domovská složka | Down > say: Kořen | Down > say: Disk ZÁLOHA | Down > sound: end.wav | "
         "Return > sound: refused.wav | Up > say: Kořen | Return > say: Kořen home složka | "
         "Shift+Tab > say: Místa: Kořen");
-    for (const QLabel* label : {form.lblDrives, form.lblFolder, form.lblFilter, form.lblName, form.lblFind})
-      EXPECT_NE(label->buddy(), nullptr);
+    // As a screen reader finds them.
+    const std::pair<QWidget*, const char*> names[] = {{form.drvList, "Místa:"},       {form.dirList, "Složka: Kořen"},
+                                                      {form.Text1, "Jméno souboru:"}, {form.txtFind, "Hledat jméno:"},
+                                                      {form.cmdFind, "Hledat"},       {form.Command1, "Otevřít"},
+                                                      {form.cmdCancel, "Storno"}};
+    for (const auto& [control, name] : names)
+      EXPECT_EQ(QAccessible::queryAccessibleInterface(control)->text(QAccessible::Name).toStdString(), name);
+    EXPECT_EQ(QAccessible::queryAccessibleInterface(form.dirList)->child(0)->text(QAccessible::Name).toStdString(),
+              "home složka");
   });
   w.Open(12, "*.csv|/home/eva|X", [&](fFileOpen& form) {
     EXPECT_EQ(form.Command1->text().remove(u'&').toStdString(), "OK");
