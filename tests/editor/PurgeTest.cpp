@@ -1,0 +1,178 @@
+#include "editor/EditorWorld.h"
+#include "editor/Purge.h"
+#include "editor/frmSearchRecord.h"
+
+#include <QFile>
+#include <QGroupBox>
+#include <QRadioButton>
+
+namespace talnik::test {
+namespace {
+
+class Purge : public EditorWorld {
+ protected:
+  void AddThree() {
+    Add("13.1.2024 9:00", "dávno", "", "13.1.2024 8:00");
+    Add("15.1.2024", "ráno");
+    Add("15.1.2024 10:00", "dnes");
+  }
+  std::string Left() {
+    QStringList texts;
+    for (const ScheduleRecord& row : Rows()) texts << row.appointment;
+    return texts.join(u' ').toStdString();
+  }
+  QString MakeNote(const char* name) {
+    const QString path = paths.RecordFolder + u'/' + Q(name);
+    QFile file(path);
+    EXPECT_TRUE(file.open(QIODevice::WriteOnly));
+    return path;
+  }
+  void AddWithNote(const char* start, const char* text, const QString& wav, int status = StatusSingle) {
+    ScheduleRecord row;
+    row.apptime = row.appdur = At(start);
+    row.appointment = Q(text);
+    row.wav = wav;
+    row.status = status;
+    row.guid = Q("guid of ") + row.appointment;
+    ASSERT_TRUE(store->Insert(row));
+  }
+};
+
+TEST_F(Purge, TheDateIsTheFirstWordOfTheStart) {
+  EXPECT_EQ(PurgeQuestion(PurgeDateText(u"15.1.2024 10:00"_qs)).toStdString(),
+            "Vymazat záznamy starší jak  15.1.2024  ?");
+  EXPECT_EQ(PurgeQuestion(PurgeDateText(u"15.1.2024"_qs)).toStdString(), "Vymazat záznamy starší jak  15.1.2024 ?");
+}
+
+TEST_F(Purge, RemovesWhatIsBeforeTheDayOfTheRecordOnScreen) {
+  AddThree();
+  Run([&](frmSchedule& form) {
+    driver.Press(Qt::Key_PageDown, Qt::ControlModifier);
+    ExpectMessage("Vymazat záznamy starší jak  15.1.2024  ?", Qt::Key_Escape);
+    Command(form, "mnuDeleteOld");
+    EXPECT_EQ(Left(), "dávno ráno dnes");
+    ExpectMessage("Vymazat záznamy starší jak  15.1.2024  ?", Qt::Key_Return);
+    Command(form, "mnuDeleteOld");
+    EXPECT_EQ(Left(), "ráno dnes");
+    EXPECT_EQ(alarmsRegistered, 1) << "a row with an alarm is gone";
+    EXPECT_EQ(Field(form, "txtPos"), u"1/2"_qs) << "the list is filled anew";
+    EXPECT_EQ(Note(form), u"ráno"_qs);
+
+    ExpectMessage("Vymazat záznamy starší jak  15.1.2024 ?", Qt::Key_Return);
+    Command(form, "mnuDeleteOld");
+    EXPECT_EQ(Left(), "ráno dnes") << "nothing is older";
+    SetField(form, "Text3", "16.1.2024 nic");
+    ExpectMessage("Vymazat záznamy starší jak  16.1.2024  ?", Qt::Key_Return);
+    Command(form, "mnuDeleteOld");
+    EXPECT_FALSE(form.isVisible()) << "no record is left";
+  });
+  EXPECT_EQ(Left(), "");
+}
+
+TEST_F(Purge, WhatIsNoDateAndWhatIsNewPurgesNothing) {
+  AddThree();
+  Run([&](frmSchedule& form) {
+    SetField(form, "Text3", "");
+    world.Heard();
+    Command(form, "mnuDeleteOld");
+    EXPECT_EQ(world.Heard().join(u' '), u"sound: refused.wav"_qs);
+    SetField(form, "Text3", "zítra 9:00");
+    driver.ExpectAndPress(u"frmMsg12"_qs, Qt::Key_Return);
+    Command(form, "mnuDeleteOld");
+  });
+  RunNew("17.1.2024 12:00", [&](frmSchedule& form) { Command(form, "mnuDeleteOld"); });
+  EXPECT_EQ(Left(), "dávno ráno dnes");
+}
+
+TEST_F(Purge, RowsOfEveryRoleGoWithTheirNotes) {
+  const QString own = MakeNote("own.001");
+  const QString shared = MakeNote("shared.002");
+  const QString young = MakeNote("young.003");
+  AddWithNote("1.1.2024", "kořen", own + QChar(u'\0') + u"zbytek", StatusRoot);
+  AddWithNote("2.1.2024", "náhrobek", shared, StatusDeleted);
+  AddWithNote("3.1.2024", "ztracená", folder.filePath(u"není"_qs));
+  AddWithNote("20.1.2024", "sdílí", shared);
+  AddWithNote("21.1.2024", "mladý", young);
+  const PurgeOutcome outcome = RemoveOlderThan(*store, At("20.1.2024"));
+  EXPECT_TRUE(outcome.done);
+  EXPECT_FALSE(outcome.alarmsTouched);
+  EXPECT_EQ(Left(), "sdílí mladý");
+  EXPECT_EQ(outcome.notes.size(), 3);
+
+  AddWithNote("2.1.2024", "znovu", shared);
+  Run([&](frmSchedule& form) {
+    driver.Press(Qt::Key_PageDown);
+    driver.ExpectAndPress(u"frmMsg12"_qs, Qt::Key_Return);
+    Command(form, "mnuDeleteOld");
+  });
+  EXPECT_FALSE(QFile::exists(shared)) << "although a younger row shares it";
+  EXPECT_TRUE(QFile::exists(young));
+}
+
+TEST_F(Purge, AFailureIsToldAndKeepsRowsAndNotes) {
+  const QString note = MakeNote("a.001");
+  AddWithNote("2.1.2024", "starý", note);
+  AddThree();
+  Run([&](frmSchedule& form) {
+    driver.Press(Qt::Key_PageDown, Qt::ControlModifier);
+    driver.Expect([&](QWidget* question) {
+      // The file goes while the question stands.
+      QFile::rename(paths.Store, paths.Store + u'x');
+      driver.Press(Qt::Key_Return, Qt::NoModifier, question);
+    });
+    driver.Expect([&](QWidget* message) {
+      EXPECT_TRUE(message->findChild<QPlainTextEdit*>()->toPlainText().startsWith(u"Chyba dat: "_qs));
+      QFile::rename(paths.Store + u'x', paths.Store);
+      driver.Press(Qt::Key_Return, Qt::NoModifier, message);
+    });
+    Command(form, "mnuDeleteOld");
+    EXPECT_EQ(Note(form), u"dnes"_qs);
+  });
+  EXPECT_EQ(Left(), "starý dávno ráno dnes");
+  EXPECT_TRUE(QFile::exists(note));
+}
+
+class SearchDialog : public EditorWorld {
+ protected:
+  void Search(const std::function<void(frmSearchRecord&)>& act) {
+    state.SearchText.clear();
+    frmSearchRecord form(services, state, At("20.1.2024"));
+    driver.Expect([&](QWidget*) { act(form); });
+    form.Open();
+    EXPECT_TRUE(driver.AllCame());
+  }
+};
+
+TEST_F(SearchDialog, HandsOnTheTextAndTheDayToBeginWith) {
+  Search([this](frmSearchRecord& form) {
+    EXPECT_EQ(world.Heard().join(u"; "_qs).toStdString(), "say: Hledat záznam; and:  ");
+    EXPECT_EQ(form.Tag(), 1718);
+    EXPECT_EQ(form.Frame1->title(), u"Hledat"_qs);
+    EXPECT_TRUE(form.optSearch[0]->isChecked());
+    driver.Type(u"kůň*"_qs);
+    driver.Press(Qt::Key_Return);
+  });
+  EXPECT_EQ(state.SearchText, u"kůň*"_qs);
+  EXPECT_EQ(DateText(state.SearchFrom), u"1.1.1 1:00:00"_qs);
+
+  Search([this](frmSearchRecord& form) {
+    driver.Press(Qt::Key_Tab);
+    driver.Press(Qt::Key_Down);
+    FormDriver::Settle();
+    const std::string heard = world.Heard().join(u"; "_qs).toStdString();
+    EXPECT_NE(heard.find("všechny záznamy"), std::string::npos) << heard;
+    EXPECT_NE(heard.find("od aktuálního dne"), std::string::npos) << heard;
+    form.Text1->setText(u"x"_qs);
+    form.Command1->click();
+  });
+  EXPECT_EQ(DateText(state.SearchFrom), u"20.1.2024"_qs);
+
+  Search([this](frmSearchRecord& form) {
+    form.Text1->setText(u"x"_qs);
+    driver.Press(Qt::Key_Escape);
+  });
+  EXPECT_EQ(state.SearchText, QString());
+}
+
+}  // namespace
+}  // namespace talnik::test
