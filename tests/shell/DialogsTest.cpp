@@ -131,7 +131,7 @@ TEST(Action, KeysMoveTakeAndLeave) {
       {"Return > ", 1},
       {"Down > say: Skrýt Talník | Enter > ", 2},
       {"Up > sound: end.wav | Return > ", 1},
-      {"End > say: Zpět | Down > sound: end.wav | Return > ", 5},
+      {"End > say: Zpět | Up > say: Vždy skrýt | Down > say: Zpět | Down > sound: end.wav | Return > ", 5},
       {"End > say: Zpět | Home > say: Ukončit Talník | Return > ", 1},
       {"V > say: Vždy ukončit | V > say: Vždy ukončit | Return > ", 3},
       {"X >  | Return > ", 1},
@@ -197,8 +197,7 @@ TEST(Form, AWindowTallerThanTheScreenIsScrolledToTheFocus) {
       return area->viewport()->rect().contains(form.last->mapTo(area->viewport(), form.last->rect().center()));
     };
     EXPECT_FALSE(inSight());
-    w.driver.Press(Qt::Key_Backtab, Qt::ShiftModifier);
-    EXPECT_EQ(dialog->focusWidget(), form.last);
+    form.last->setFocus();
     EXPECT_TRUE(inSight());
     dialog->close();
   });

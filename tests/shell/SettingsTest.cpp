@@ -29,7 +29,7 @@ TEST_F(CommonSettingsTest, AnEmptyRegistryGivesYellowOnBlackAndTheInstalledFolde
 
 TEST_F(CommonSettingsTest, NumbersAreReadAsTheyAreStored) {
   EXPECT_EQ(With("ForeColor", 0x00804020U).ForeColor, QColor(0x20, 0x40, 0x80)) << "blue is the highest byte";
-  EXPECT_EQ(With("BackColor", 0xFF000000U).BackColor, QColor(0, 0, 0)) << "no colour: the default stays";
+  EXPECT_EQ(With("BackColor", 0x01804020U).BackColor, QColor(0, 0, 0)) << "no colour: the default stays";
   EXPECT_EQ(With("MenuSize", 0U).MenuSize, 10);
   EXPECT_EQ(With("MenuSize", 0xFFFFFFFFU).MenuSize, 20) << "more than sixteen bits: not read";
 }
