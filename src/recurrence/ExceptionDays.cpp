@@ -1,5 +1,6 @@
 #include "recurrence/ExceptionDays.h"
 
+#include "store/GuidSearch.h"
 #include "store/Like.h"
 #include "store/Statements.h"
 #include "store/Store.h"
@@ -37,26 +38,44 @@ std::optional<ExceptionDays> ExceptionDays::Read(Store& store) {
     const auto day = row.reftime ? row.reftime : row.apptime;
     const QString base = SeriesBase(row.guid);
     // What names no series holds no day: the empty text would fit every one.
-    if (day && !base.isEmpty()) (IsOwnIdentity(base) ? result.own_ : result.foreign_)[base].push_back(SerialDay(*day));
+    if (day && !base.isEmpty()) result.byBase_[base].push_back(SerialDay(*day));
     return true;
   });
-  if (!read) return {};
+  if (!read || !result.ReadRoots(store)) return {};
   return result;
 }
 
-std::vector<std::int64_t> ExceptionDays::OfSeries(const QString& guid) const {
-  Days held;
-  const auto takeFitting = [&](const QHash<QString, Days>& days) {
-    for (auto it = days.begin(); it != days.end(); ++it) {
-      if (NamesSeries(it.key(), guid)) held.insert(held.end(), it->begin(), it->end());
+/// Many series with many exceptions are brought together at once: to try each with each would take too long.
+bool ExceptionDays::ReadRoots(Store& store) {
+  if (byBase_.isEmpty()) return true;
+  GuidSearch roots;
+  const bool read = store.ForEach(statements::RootsWithRule(), [&](const ScheduleRecord& root) {
+    const QString guid = CutToSize(root.guid, GuidSize);
+    if (guid.isEmpty() || byRoot_.contains(guid)) return true;
+    roots.Add(guid);
+    byRoot_.insert(guid, Days());
+    return true;
+  });
+  for (auto base = byBase_.cbegin(); base != byBase_.cend(); ++base) {
+    for (const QString& guid : roots.Containing(base.key())) {
+      Days& held = byRoot_[guid];
+      held.insert(held.end(), base->begin(), base->end());
     }
-  };
-  takeFitting(foreign_);
-  if (IsOwnIdentity(guid)) {
-    const Days days = own_.value(guid);
-    held.insert(held.end(), days.begin(), days.end());
-  } else {
-    takeFitting(own_);
+  }
+  for (Days& held : byRoot_) std::sort(held.begin(), held.end());
+  return read;
+}
+
+std::vector<std::int64_t> ExceptionDays::OfSeries(const QString& guid) const {
+  const auto known = byRoot_.constFind(guid);
+  return known == byRoot_.constEnd() ? Fitting(guid) : *known;
+}
+
+/// For rows that bear no guid of a root.
+ExceptionDays::Days ExceptionDays::Fitting(const QString& guid) const {
+  Days held;
+  for (auto base = byBase_.cbegin(); base != byBase_.cend(); ++base) {
+    if (NamesSeries(base.key(), guid)) held.insert(held.end(), base->begin(), base->end());
   }
   std::sort(held.begin(), held.end());
   return held;

@@ -23,9 +23,12 @@ class ExceptionDays {
 
  private:
   using Days = std::vector<std::int64_t>;
-  /// By what stands in front of the "_" of the guid; identities of our own making apart from those from elsewhere.
-  QHash<QString, Days> own_;
-  QHash<QString, Days> foreign_;
+
+  bool ReadRoots(Store& store);
+  Days Fitting(const QString& guid) const;
+
+  QHash<QString, Days> byBase_;  ///< by what stands in front of the "_" of the guid
+  QHash<QString, Days> byRoot_;  ///< by the guids of the roots, unless nothing is held
 };
 
 /// Whether a series with this guid is the one that `base`, the part of a guid before its "_", names. What names no

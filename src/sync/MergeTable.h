@@ -1,7 +1,7 @@
 #pragma once
 
+#include "store/GuidSearch.h"
 #include "store/ScheduleRecord.h"
-#include "sync/GuidSearch.h"
 
 #include <QHash>
 #include <QString>
