@@ -160,6 +160,17 @@ const char* const kMergeCases = R"(
 ! 00 0 0 2
 ~ Del:Kolo ?_20240105T073000Z 
 ~ Del:Kolo S_20240106T073000Z 
+# WhatALineHasAddedIsFoundByTheNext (lines)
+> Kolo;;;;R;s_20240101;8
+> Kolo;5.1.2024;;;R;t_20240105;2
+> Kolo;6.1.2024;;;R;t_20240106;2
+> Kolo;;;;R;t_20240105;8
+= 8|t_20240105|Kolo|5.1.2024|5.1.2024||5.1.2024|R
+= 2|t_20240106|Kolo|6.1.2024|6.1.2024||6.1.2024|R
+! 0220 0 2 1
+~ Upraveno: Kolo 5.1.2024 t_20240105
+~ Upraveno: Kolo 6.1.2024 t_20240106
+~ Del:Kolo t_20240105 
 # AStampThatIsNoDateDeletesNothingButNames
 - 9|s|Kolo|5.1.2024 8:30:00|5.1.2024 9:30:00|||RRULE:X
 - 2|s_20240105T230000Z|Kolo|6.1.2024|6.1.2024||5.1.2024|R

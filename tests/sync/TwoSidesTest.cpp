@@ -146,7 +146,7 @@ class TwoSides {
     row.alarmtime = event.alarm;
     row.recur = event.rule;
     row.status = event.status;
-    row.guid = NewGuidText();
+    row.guid = QString::number(++lastId_).rightJustified(32, u'e');  // the same in each play of a run
     world_.AddRoot(row);
   }
 
@@ -314,6 +314,10 @@ class TwoSides {
     savedCalendar_ = calendar_;
     touched_.clear();
     moved_.clear();
+    // What was not named yet goes out by the stamp that it has now.
+    for (const auto& [id, event] : calendar_) {
+      if (!named.contains(id)) Touch(id);
+    }
     return Disagreement(named);
   }
 
@@ -359,11 +363,13 @@ std::string Reduced(Acts acts) {
   return text + " " + Play(acts).toStdString();
 }
 
-/// What merges with a fault have not stood.
+/// Runs that once came to no agreement: a deletion not told yet of a series that moved, an alarm that was not taken
+/// away.
 const std::array<Acts, 2> kFormerFaults = {{
-    {1, 3202916223U, 2388658094U, 1735523408U},
-    {1, 853323747U, 2396352728U, 2985633182U, 298087538U, 2912478009U, 3642122814U, 3202916223U, 1872145992U,
-     639469699U, 1735523408U, 2554687763U, 646161469U, 3319947114U, 2761894224U, 2676666661U, 3566870132U, 3777373580U},
+    {194, 2385606376U, 1702452016U, 1217267402U, 218250950U, 1557089250U, 1005254134U, 2463667707U, 1213539275U,
+     551328051U, 4088669896U, 260535566U},
+    {1, 3301089477U, 646161469U, 1445795659U, 1852027971U, 1939980628U, 1510363662U, 2693297225U, 2898254306U,
+     2587381239U, 3347373368U, 1227780174U, 3246973261U},
 }};
 
 }  // namespace
