@@ -1,6 +1,7 @@
 #include "platform/linux/CaptureLoop.h"
 
 #include "platform/linux/PulseCapture.h"
+#include "platform/linux/PulseHandles.h"
 #include "platform/linux/RecordingFile.h"
 
 #include <utility>
@@ -20,16 +21,12 @@ void CaptureLoop::SetListener(Listener listener) {
 }
 
 void CaptureLoop::Run() {
-  loop_ = pa_mainloop_new();
-  pa_mainloop_api* api = pa_mainloop_get_api(loop_);
-  pa_io_event* wishes = api->io_new(
-      api, box_.Descriptor(), PA_IO_EVENT_INPUT, [](pa_mainloop_api*, pa_io_event*, int, pa_io_event_flags_t, void*) {},
-      nullptr);
-  while (!box_.IsClosed() && pa_mainloop_iterate(loop_, 1, nullptr) >= 0) {
+  PulseLoop loop(box_.Descriptor());
+  while (!box_.IsClosed() && loop.Turn()) {
     if (const auto wish = box_.Take()) {
       capture_.reset();
       file_ = *wish;
-      if (file_) capture_ = std::make_unique<PulseCapture>(loop_, file_);
+      if (file_) capture_ = std::make_unique<PulseCapture>(loop.Get(), file_);
       if (capture_) capture_->Start();
     }
     const auto ending = capture_ ? capture_->Ended() : std::nullopt;
@@ -40,8 +37,6 @@ void CaptureLoop::Run() {
     if (listener_) listener_(file, *ending);
   }
   capture_.reset();
-  api->io_free(wishes);
-  pa_mainloop_free(loop_);
 }
 
 }  // namespace talnik

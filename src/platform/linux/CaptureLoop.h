@@ -7,8 +7,6 @@
 #include <memory>
 #include <mutex>
 
-struct pa_mainloop;
-
 namespace talnik {
 
 class PulseCapture;
@@ -39,7 +37,6 @@ class CaptureLoop {
   Listener listener_;
 
   // The loop's thread's own.
-  pa_mainloop* loop_ = nullptr;
   std::shared_ptr<RecordingFile> file_;
   std::unique_ptr<PulseCapture> capture_;
 };

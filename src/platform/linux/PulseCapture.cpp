@@ -16,26 +16,12 @@ constexpr pa_usec_t Fragment = 20 * PA_USEC_PER_MSEC;
 PulseCapture::PulseCapture(pa_mainloop* loop, std::shared_ptr<RecordingFile> file)
     : loop_(loop), file_(std::move(file)) {}
 
-PulseCapture::~PulseCapture() {
-  if (stream_) {
-    pa_stream_set_state_callback(stream_, nullptr, nullptr);
-    pa_stream_set_read_callback(stream_, nullptr, nullptr);
-    pa_stream_disconnect(stream_);
-    pa_stream_unref(stream_);
-  }
-  if (context_) {
-    pa_context_set_state_callback(context_, nullptr, nullptr);
-    pa_context_disconnect(context_);
-    pa_context_unref(context_);
-  }
-}
-
 void PulseCapture::Start() {
   file_->ReadSeed();
-  context_ = pa_context_new(pa_mainloop_get_api(loop_), "Talník");
+  context_.reset(pa_context_new(pa_mainloop_get_api(loop_), "Talník"));
   pa_context_set_state_callback(
-      context_, [](pa_context*, void* self) { static_cast<PulseCapture*>(self)->OnContext(); }, this);
-  if (pa_context_connect(context_, nullptr, PA_CONTEXT_NOFLAGS, nullptr) < 0) Lose();
+      context_.get(), [](pa_context*, void* self) { static_cast<PulseCapture*>(self)->OnContext(); }, this);
+  if (pa_context_connect(context_.get(), nullptr, PA_CONTEXT_NOFLAGS, nullptr) < 0) Lose();
 }
 
 void PulseCapture::Lose() {
@@ -48,11 +34,11 @@ void PulseCapture::Ask(pa_operation* question) {
 }
 
 void PulseCapture::OnContext() {
-  const pa_context_state_t state = pa_context_get_state(context_);
+  const pa_context_state_t state = pa_context_get_state(context_.get());
   if (!PA_CONTEXT_IS_GOOD(state)) return Lose();
   if (state != PA_CONTEXT_READY) return;
   Ask(pa_context_get_server_info(
-      context_,
+      context_.get(),
       [](pa_context*, const pa_server_info* server, void* self) { static_cast<PulseCapture*>(self)->OnServer(server); },
       this));
 }
@@ -62,7 +48,7 @@ void PulseCapture::OnServer(const pa_server_info* server) {
   microphone_ = server->default_source_name;
   defaultSink_ = server->default_sink_name;
   Ask(pa_context_get_source_info_by_name(
-      context_, microphone_.constData(),
+      context_.get(), microphone_.constData(),
       [](pa_context*, const pa_source_info* source, int last, void* self) {
         static_cast<PulseCapture*>(self)->OnSource(source, last);
       },
@@ -80,30 +66,30 @@ void PulseCapture::OnSource(const pa_source_info* source, int last) {
 void PulseCapture::Connect() {
   pa_sample_spec format{PA_SAMPLE_FLOAT32NE, static_cast<uint32_t>(file_->Rate()),
                         static_cast<uint8_t>(file_->Channels())};
-  stream_ = pa_stream_new(context_, "Talník", &format, nullptr);
+  stream_.reset(pa_stream_new(context_.get(), "Talník", &format, nullptr));
   if (!stream_) return Lose();
   pa_stream_set_state_callback(
-      stream_, [](pa_stream*, void* self) { static_cast<PulseCapture*>(self)->OnStream(); }, this);
+      stream_.get(), [](pa_stream*, void* self) { static_cast<PulseCapture*>(self)->OnStream(); }, this);
   pa_stream_set_read_callback(
-      stream_, [](pa_stream*, size_t, void* self) { static_cast<PulseCapture*>(self)->Read(); }, this);
+      stream_.get(), [](pa_stream*, size_t, void* self) { static_cast<PulseCapture*>(self)->Read(); }, this);
   constexpr auto byDefault = static_cast<uint32_t>(-1);
   pa_buffer_attr buffer{byDefault, byDefault, byDefault, byDefault,
                         static_cast<uint32_t>(pa_usec_to_bytes(Fragment, &format))};
   // A microphone that goes must not be replaced by what the loudspeaker plays.
   constexpr auto flags = static_cast<pa_stream_flags_t>(PA_STREAM_ADJUST_LATENCY | PA_STREAM_DONT_MOVE);
-  if (pa_stream_connect_record(stream_, microphone_.constData(), &buffer, flags) < 0) Lose();
+  if (pa_stream_connect_record(stream_.get(), microphone_.constData(), &buffer, flags) < 0) Lose();
 }
 
 void PulseCapture::OnStream() {
-  if (!PA_STREAM_IS_GOOD(pa_stream_get_state(stream_))) Lose();
+  if (!PA_STREAM_IS_GOOD(pa_stream_get_state(stream_.get()))) Lose();
 }
 
 void PulseCapture::Read() {
   const size_t frame = sizeof(float) * static_cast<size_t>(file_->Channels());
-  while (!ended_ && pa_stream_readable_size(stream_) > 0) {
+  while (!ended_ && pa_stream_readable_size(stream_.get()) > 0) {
     const void* data = nullptr;
     size_t bytes = 0;
-    if (pa_stream_peek(stream_, &data, &bytes) < 0) return Lose();
+    if (pa_stream_peek(stream_.get(), &data, &bytes) < 0) return Lose();
     if (bytes == 0) return;
     switch (file_->Append(static_cast<const float*>(data), bytes / frame)) {
       case RecordingFile::State::Unwritable:
@@ -116,7 +102,7 @@ void PulseCapture::Read() {
       case RecordingFile::State::Closed:
         break;
     }
-    pa_stream_drop(stream_);
+    pa_stream_drop(stream_.get());
   }
 }
 

@@ -1,10 +1,9 @@
 #pragma once
 
 #include "platform/Recorder.h"
+#include "platform/linux/PulseHandles.h"
 
 #include <QByteArray>
-
-#include <pulse/pulseaudio.h>
 
 #include <memory>
 #include <optional>
@@ -18,7 +17,6 @@ class RecordingFile;
 class PulseCapture {
  public:
   PulseCapture(pa_mainloop* loop, std::shared_ptr<RecordingFile> file);
-  ~PulseCapture();
   PulseCapture(const PulseCapture&) = delete;
   PulseCapture& operator=(const PulseCapture&) = delete;
 
@@ -41,8 +39,8 @@ class PulseCapture {
 
   pa_mainloop* loop_;
   std::shared_ptr<RecordingFile> file_;
-  pa_context* context_ = nullptr;
-  pa_stream* stream_ = nullptr;
+  PulseContext context_;
+  PulseStream stream_;
   QByteArray microphone_;
   QByteArray defaultSink_;
   std::optional<Recorder::Ending> ended_;

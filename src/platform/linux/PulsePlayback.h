@@ -1,8 +1,9 @@
 #pragma once
 
+#include "platform/linux/PulseHandles.h"
+
 #include <QString>
 
-#include <pulse/pulseaudio.h>
 #include <sndfile.h>
 
 #include <memory>
@@ -15,7 +16,6 @@ namespace talnik {
 class PulsePlayback {
  public:
   explicit PulsePlayback(pa_mainloop* loop);
-  ~PulsePlayback();
   PulsePlayback(const PulsePlayback&) = delete;
   PulsePlayback& operator=(const PulsePlayback&) = delete;
 
@@ -39,8 +39,8 @@ class PulsePlayback {
   pa_mainloop* loop_;
   std::unique_ptr<SNDFILE, int (*)(SNDFILE*)> file_;
   SF_INFO info_{};
-  pa_context* context_ = nullptr;
-  pa_stream* stream_ = nullptr;
+  PulseContext context_;
+  PulseStream stream_;
   std::vector<float> samples_;
   bool allRead_ = false;
   bool ended_ = false;

@@ -1,5 +1,6 @@
 #include "platform/linux/PulsePlayer.h"
 
+#include "platform/linux/PulseHandles.h"
 #include "platform/linux/PulsePlayback.h"
 
 namespace talnik {
@@ -17,16 +18,12 @@ void PulsePlayer::SetListener(Listener listener) {
 }
 
 void PulsePlayer::Run() {
-  loop_ = pa_mainloop_new();
-  pa_mainloop_api* api = pa_mainloop_get_api(loop_);
-  pa_io_event* wishes = api->io_new(
-      api, box_.Descriptor(), PA_IO_EVENT_INPUT, [](pa_mainloop_api*, pa_io_event*, int, pa_io_event_flags_t, void*) {},
-      nullptr);
+  PulseLoop loop(box_.Descriptor());
   quint64 sound = 0;
-  while (!box_.IsClosed() && pa_mainloop_iterate(loop_, 1, nullptr) >= 0) {
+  while (!box_.IsClosed() && loop.Turn()) {
     if (const std::optional<Wish> wish = box_.Take()) {
       sound = wish->sound;
-      Start(*wish);
+      Start(*wish, loop.Get());
     }
     if (!playback_ || !playback_->HasEnded()) continue;
     const bool failed = playback_->HasFailed();
@@ -35,14 +32,12 @@ void PulsePlayer::Run() {
     if (listener_.ended) listener_.ended(sound, failed);
   }
   playback_.reset();
-  api->io_free(wishes);
-  pa_mainloop_free(loop_);
 }
 
-void PulsePlayer::Start(const Wish& wish) {
+void PulsePlayer::Start(const Wish& wish, pa_mainloop* loop) {
   playback_.reset();
   if (wish.path.isEmpty()) return;
-  playback_ = std::make_unique<PulsePlayback>(loop_);
+  playback_ = std::make_unique<PulsePlayback>(loop);
   if (!playback_->Open(wish.path)) return;
   {
     const std::scoped_lock lock(listenerMutex_);

@@ -43,14 +43,13 @@ class PulsePlayer {
     quint64 sound = 0;
   };
 
-  void Start(const Wish& wish);
+  void Start(const Wish& wish, pa_mainloop* loop);
 
   WishBox<Wish> box_;
   std::mutex listenerMutex_;
   Listener listener_;
 
   // The player's thread's own.
-  pa_mainloop* loop_ = nullptr;
   std::unique_ptr<PulsePlayback> playback_;
 };
 
