@@ -2,8 +2,8 @@
 // way out, with encoding and writing of the file. Exit code 0 only if what was promised is kept.
 
 #include "Promises.h"
+#include "platform/WholeFile.h"
 #include "store/CsvExchange.h"
-#include "store/CsvFile.h"
 #include "store/CsvText.h"
 #include "store/Store.h"
 #include "store/Template.h"
@@ -63,7 +63,7 @@ double MeasureExport(const QString& path, const QString& csv) {
   Store store(path);
   return bench::MedianOf(kRuns, [&] {
     QString reason;
-    WriteCsvFile(csv, ExportCsv(store, GoOn).text.toUtf8(), reason);
+    WriteWholeFile(csv, ExportCsv(store, GoOn).text.toUtf8(), Readers::AsUsual, reason);
   });
 }
 
