@@ -12,6 +12,11 @@ ListBox::ListBox(QWidget* parent) : QListWidget(parent) {
   });
 }
 
+QSize ListBox::sizeHint() const {
+  constexpr int letters = 34;
+  return {letters * fontMetrics().averageCharWidth(), QListWidget::sizeHint().height()};
+}
+
 QString ListBox::Line(int index) const {
   const QListWidgetItem* line = item(index);
   return line ? line->text() : QString();

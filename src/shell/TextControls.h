@@ -23,6 +23,9 @@ class ListBox : public QListWidget {
   /// The selected line; empty when there is none.
   QString Text() const { return Line(currentRow()); }
 
+  /// Wide enough for what lines usually hold, in the type of the list.
+  QSize sizeHint() const override;
+
  Q_SIGNALS:
   void Click();
 
