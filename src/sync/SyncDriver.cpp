@@ -126,9 +126,9 @@ bool SyncDriver::WriteOurSide() {
 bool SyncDriver::OpenMailbox() {
   // A name of its own for each run: an agent that was given up may still write to the box of its own run.
   const QString process = QString::number(QCoreApplication::applicationPid());
-  mailbox_ = world_.mailbox(u"callback-"_qs + process + u'-' + QString::number(++runs_));
-  mailbox_->Changed = [this] { Hear(); };
-  if (mailbox_->Open()) return true;
+  txtCallback_ = world_.mailbox(u"callback-"_qs + process + u'-' + QString::number(++runs_));
+  txtCallback_->Changed = [this] { Hear(); };
+  if (txtCallback_->Open()) return true;
   Finish(tr("Nelze se spojit s převodní aplikací."));
   return false;
 }
@@ -137,7 +137,7 @@ bool SyncDriver::WriteRequest() {
   QString reason;
   const AgentRequest request{.action = AgentRequest::Action::Sync,
                              .sourceRule = world_.services.setting.SourceRule,
-                             .callback = mailbox_->Address()};
+                             .callback = txtCallback_->Address()};
   if (WriteAgentRequest(world_.paths, request, world_.codePage, reason)) return true;
   Finish(DataError(world_.paths.DataFolder, reason));
   return false;
@@ -162,15 +162,15 @@ bool SyncDriver::StartAgent() {
 }
 
 void SyncDriver::Hear() {
-  const QString word = mailbox_->Text();
-  mailbox_->SetText(QString());
-  if (word.isEmpty() || words_.isDone || words_.isError) return;
+  const QString word = txtCallback_->Text();
+  txtCallback_->SetText(QString());
+  if (word.isEmpty() || words_.AgentDone || words_.isError) return;
   if (word.startsWith(u'%')) {
     words_.progress = word;
   } else if (!word.startsWith(u'#')) {
     words_.status = word;
   }
-  words_.isDone = word == u"#Done"_qs;
+  words_.AgentDone = word == u"#Done"_qs;
   words_.isError = word == u"#Error"_qs;
   // Not from within the box: what a word sets off may close it.
   if (!std::exchange(listening_, true)) After(0, &SyncDriver::Listen);
@@ -182,7 +182,7 @@ void SyncDriver::Listen() {
   if (words_.progress) ShowProgress(*std::exchange(words_.progress, std::nullopt));
   if (!running_) return;  // given up while the bar was drawn
   if (words_.isError) return FinishWithError();
-  if (words_.isDone) AwaitData();
+  if (words_.AgentDone) AwaitData();
 }
 
 void SyncDriver::ShowStatus(const QString& status) {
@@ -284,12 +284,12 @@ void SyncDriver::Cancel() {
 void SyncDriver::Abandon() {
   running_ = false;
   timer_.stop();
-  mailbox_.reset();
+  txtCallback_.reset();
 }
 
 void SyncDriver::EndRun() {
   timer_.stop();
-  mailbox_.reset();
+  txtCallback_.reset();
   listening_ = false;
   form_->disconnect(this);
   form_->Unload();

@@ -60,7 +60,7 @@ class SyncDriver : public QObject {
     std::optional<QString> status;
     std::optional<QString> progress;
     bool isError = false;
-    bool isDone = false;
+    bool AgentDone = false;
   };
   using Step = void (SyncDriver::*)();
 
@@ -90,7 +90,7 @@ class SyncDriver : public QObject {
 
   SyncSurroundings world_;
   std::unique_ptr<frmProgress> form_;
-  std::unique_ptr<Mailbox> mailbox_;
+  std::unique_ptr<Mailbox> txtCallback_;
   QTimer timer_;
   Step next_ = nullptr;
   Words words_;
