@@ -1,9 +1,9 @@
 #include "calendar/NameDays.h"
 
 #include "platform/CodePage.h"
+#include "platform/WholeFile.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 #include <algorithm>
 
@@ -42,10 +42,8 @@ bool NameDays::SaveNames(const QString& path, const CodePage& codePage) const {
   if (names_.isEmpty()) return true;
   QString text;
   for (const QString& line : names_.first(std::min<qsizetype>(names_.size(), SlotCount))) text += line + u"\r\n"_qs;
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) return false;
-  file.write(codePage.Encode(text));
-  return file.commit();
+  QString reason;
+  return WriteWholeFile(path, codePage.Encode(text), Readers::UserAlone, reason);
 }
 
 QString NameDays::NameOfDay(int month, int day) const {

@@ -2,9 +2,9 @@
 #include "calendar/StoreTaken.h"
 #include "calendar/frmMain.h"
 #include "editor/StoreFailures.h"
+#include "platform/WholeFile.h"
 #include "shell/frmProgress.h"
 #include "store/CsvExchange.h"
-#include "store/CsvFile.h"
 #include "store/Statements.h"
 #include "timetools/ChooseFile.h"
 
@@ -77,7 +77,8 @@ void frmMain::mnuExport_Click() {
   });
   if (!goesOn) return;
   QString reason;
-  const bool written = file.end == CsvEnd::Done && WriteCsvFile(path, platform_.codePage->Encode(file.text), reason);
+  const bool written =
+      file.end == CsvEnd::Done && WriteWholeFile(path, platform_.codePage->Encode(file.text), Readers::AsUsual, reason);
   if (written) return speech().Say(tr("Počet exportovaných záznamů: ") + QString::number(file.rows));
   if (file.end == CsvEnd::Done) failure = tr("Soubor se nepodařilo uložit: ") + path + u'\n' + reason;
   if (file.end == CsvEnd::Cancelled) failure = tr("Export byl zrušen, soubor nebyl zapsán.");
@@ -91,7 +92,7 @@ void frmMain::mnuImport_Click() {
   exchangeFolder_ = CsvFolder(picked);
   const QString path = WithCsvEnding(picked);
   QString reason;
-  const auto bytes = ReadCsvFile(path, reason);
+  const auto bytes = ReadWholeFile(path, reason);
   if (!bytes) return dialogs().Tell(tr("Soubor se nepodařilo otevřít: ") + path + u'\n' + reason);
 
   const QString text = platform_.codePage->Decode(*bytes);

@@ -133,4 +133,14 @@ CsvImport ImportCsv(Store& store, const QString& text, const Date& today, const 
   return result;
 }
 
+QString CsvFolder(const QString& path) {
+  const qsizetype separator = path.lastIndexOf(u'/');
+  return path.left(separator == 0 ? 1 : separator < 0 ? 0 : separator);
+}
+
+QString WithCsvEnding(const QString& path) {
+  const QString ending = u".csv"_qs;
+  return path.endsWith(ending, Qt::CaseInsensitive) ? path : QString(path + ending);
+}
+
 }  // namespace talnik

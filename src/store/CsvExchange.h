@@ -36,4 +36,10 @@ struct CsvImport {
 /// unless it is Done, the store is as it was and nothing is counted.
 CsvImport ImportCsv(Store& store, const QString& text, const Date& today, const CsvProgress& progress);
 
+/// The folder of a path, without a separator at its end; empty when the path has none.
+QString CsvFolder(const QString& path);
+
+/// The path with ".csv" at its end.
+QString WithCsvEnding(const QString& path);
+
 }  // namespace talnik

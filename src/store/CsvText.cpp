@@ -1,5 +1,7 @@
 #include "store/CsvText.h"
 
+#include "store/Text.h"
+
 #include <algorithm>
 #include <array>
 
@@ -21,25 +23,9 @@ void AddMoment(QString& text, const Date& moment) {
   if (moment.HasTime()) text += u'"' + TimeText(moment).rightJustified(8, u'0') + u'"';
 }
 
-void AddSubject(QString& text, QString subject) {
-  subject.replace(u"\r\n"_qs, u" "_qs).replace(u'\r', u' ').replace(u'\n', u' ');
-  qsizetype from = 0;
-  qsizetype to = subject.size();
-  while (from < to && subject[from] == u' ') ++from;
-  while (to > from && subject[to - 1] == u' ') --to;
-  if (from != to) text += u'"' + QStringView(subject).sliced(from, to - from) + u'"';
-}
-
-/// Split at each comma, within quotes too; what is missing is empty.
-CsvFields SplitLine(QStringView line) {
-  CsvFields fields;
-  for (QStringView& field : fields) {
-    const qsizetype comma = line.indexOf(u',');
-    field = comma < 0 ? line : line.first(comma);
-    if (comma < 0) break;
-    line = line.sliced(comma + 1);
-  }
-  return fields;
+void AddSubject(QString& text, const QString& subject) {
+  const QString line = OnOneLine(subject);
+  if (!line.isEmpty()) text += u'"' + line + u'"';
 }
 
 void AddWithoutQuotes(QString& text, QStringView field) {
@@ -92,7 +78,7 @@ bool IsCsvRow(QStringView line) {
 }
 
 std::optional<ScheduleRecord> CsvRecord(QStringView line, const Date& today) {
-  const CsvFields fields = SplitLine(line);
+  const CsvFields fields = SplitFields<CsvColumnCount>(line, u',');
   ScheduleRecord row;
   row.apptime = MomentOf(fields[StartDay], fields[StartTime], today);
   if (!row.apptime) return {};

@@ -32,4 +32,15 @@ QString CutToSize(const QString& text, qsizetype size) {
   return text.left(size > 0 && text[size - 1].isHighSurrogate() ? size - 1 : size);
 }
 
+QStringView WithoutOuterBlanks(QStringView text) {
+  while (text.startsWith(u' ')) text = text.sliced(1);
+  while (text.endsWith(u' ')) text.chop(1);
+  return text;
+}
+
+QString OnOneLine(QString text) {
+  text.replace(u"\r\n"_qs, u" "_qs).replace(u'\r', u' ').replace(u'\n', u' ');
+  return WithoutOuterBlanks(text).toString();
+}
+
 }  // namespace talnik

@@ -1,7 +1,7 @@
 #include "sync/ExchangeFile.h"
 
 #include "platform/CodePage.h"
-#include "store/CsvFile.h"
+#include "platform/WholeFile.h"
 #include "store/Store.h"
 #include "store/Text.h"
 
@@ -41,16 +41,9 @@ void AppendExportMoment(QString& text, const Date& moment, QStringView midnight)
   AppendTwoDigits(text, moment.Second());
 }
 
-QStringView WithoutOuterBlanks(QStringView text) {
-  while (text.startsWith(u' ')) text = text.sliced(1);
-  while (text.endsWith(u' ')) text.chop(1);
-  return text;
-}
-
-/// One field: without ends of lines, and without what separates fields, which the editor does not let in either.
+/// Without what separates fields, which the editor does not let in either.
 QString TitleField(QString text) {
-  text.replace(u"\r\n"_qs, u" "_qs).replace(u'\r', u' ').replace(u'\n', u' ').remove(u';');
-  return WithoutOuterBlanks(text).toString();
+  return OnOneLine(text.remove(u';'));
 }
 
 void AppendExportLine(QString& text, const StoreRow& row, const QString& guid, int status) {
@@ -87,13 +80,13 @@ std::optional<QString> ExportDataForGoogle(Store& store, qint64& count) {
 }
 
 std::optional<QString> ReadExchangeFile(const QString& path, const CodePage& codePage, QString& reason) {
-  const auto bytes = ReadCsvFile(path, reason);
+  const auto bytes = ReadWholeFile(path, reason);
   if (!bytes) return {};
   return codePage.Decode(*bytes);
 }
 
 bool WriteExchangeFile(const QString& path, const QString& text, const CodePage& codePage, QString& reason) {
-  return WriteCsvFile(path, codePage.Encode(text), reason);
+  return WriteWholeFile(path, codePage.Encode(text), Readers::UserAlone, reason);
 }
 
 ExchangeLines::ExchangeLines(QStringView text) : text_(text), endSize_(text.contains(u"\r\n") ? 2 : 1) {}

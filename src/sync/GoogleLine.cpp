@@ -20,18 +20,6 @@ using GoogleFields = std::array<QStringView, GoogleFieldCount>;
 constexpr std::array<const char16_t*, 6> kRuleWords = {u"RRULE", u"UNTIL",    u"COUNT",
                                                        u"BYDAY", u"INTERVAL", u"BYMONTHDAY"};
 
-/// What is missing is empty, what is too much is passed over.
-GoogleFields FieldsOf(QStringView line) {
-  GoogleFields fields;
-  for (QStringView& field : fields) {
-    const qsizetype separator = line.indexOf(u';');
-    field = separator < 0 ? line : line.first(separator);
-    if (separator < 0) break;
-    line = line.sliced(separator + 1);
-  }
-  return fields;
-}
-
 /// The text from `from` up to the next blank; empty behind the end.
 QStringView TokenAt(QStringView text, qsizetype from) {
   if (from >= text.size()) return {};
@@ -102,7 +90,7 @@ QString ParseGoogleRule(const QString& field, QString& start, QString& end) {
 }
 
 GoogleLine ReadGoogleLine(const QString& text, const ZoneBiases& biases, const Date& today) {
-  const GoogleFields fields = FieldsOf(text);
+  const GoogleFields fields = SplitFields<GoogleFieldCount>(text, u';');
   GoogleLine line;
   line.title = CutToSize(fields[InTitle].toString(), AppointmentSize);
   line.start = fields[InStart].toString();

@@ -1,6 +1,7 @@
 #include "sync/SyncFiles.h"
 
 #include "platform/CodePage.h"
+#include "platform/WholeFile.h"
 #include "shell/Paths.h"
 #include "sync/ExchangeFile.h"
 
@@ -9,7 +10,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 #include <QStringList>
 
 #include <array>
@@ -73,14 +73,18 @@ bool WriteAgentRequest(const Paths& paths, const AgentRequest& request, const Co
 
 bool CopyAsWhole(const QString& from, const QString& to) {
   QFile source(from);
-  QSaveFile target(to);
-  if (!source.open(QIODevice::ReadOnly) || !target.open(QIODevice::WriteOnly)) return false;
-  target.setPermissions(ForUserAlone);
-  while (!source.atEnd()) {
-    const QByteArray block = source.read(CopyBlock);
-    if (block.isEmpty() || target.write(block) != block.size()) return false;
-  }
-  return source.error() == QFileDevice::NoError && target.flush() && target.commit();
+  if (!source.open(QIODevice::ReadOnly)) return false;
+  QString reason;
+  return ReplaceFile(
+      to,
+      [&source](QIODevice& target) {
+        while (!source.atEnd()) {
+          const QByteArray block = source.read(CopyBlock);
+          if (block.isEmpty() || target.write(block) != block.size()) return false;
+        }
+        return source.error() == QFileDevice::NoError;
+      },
+      Readers::UserAlone, reason);
 }
 
 void SyncBackup(const Paths& paths) {

@@ -1,5 +1,6 @@
 #include "timetools/frmLapTime.h"
 
+#include "platform/WholeFile.h"
 #include "shell/TextControls.h"
 #include "shell/Texts.h"
 #include "shell/VoiceDialog.h"
@@ -9,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSaveFile>
 #include <QVBoxLayout>
 
 namespace talnik {
@@ -17,12 +17,6 @@ namespace {
 
 constexpr int LapTimeTag = 1716;
 constexpr int LapFieldFlags = 2;
-
-/// Replaces the file as a whole, so a full disk leaves the old one.
-bool WriteFile(const QString& path, const QByteArray& bytes) {
-  QSaveFile file(path);
-  return file.open(QIODevice::WriteOnly) && file.write(bytes) == bytes.size() && file.commit();
-}
 
 }  // namespace
 
@@ -110,7 +104,8 @@ void frmLapTime::List1_Click() {
 void frmLapTime::Command1_Click() {
   const QString path = ChooseFile(dialogs(), registry_, Dialogs::SaveFile, u"*.*|||"_qs + SharedText(TextId::Save));
   if (path.isEmpty()) return;
-  if (!WriteFile(path, codePage_.Encode(LapFileText(laps_, fields_))))
+  QString reason;
+  if (!WriteWholeFile(path, codePage_.Encode(LapFileText(laps_, fields_)), Readers::AsUsual, reason))
     dialogs().Warn(tr("Soubor se nepodařilo uložit: ") + path);
 }
 

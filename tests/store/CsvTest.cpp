@@ -1,6 +1,6 @@
+#include "platform/WholeFile.h"
 #include "platform/linux/LocaleCodePage.h"
 #include "store/CsvExchange.h"
-#include "store/CsvFile.h"
 #include "store/CsvText.h"
 #include "store/FaultyDisk.h"
 #include "store/StoreFile.h"
@@ -203,20 +203,20 @@ TEST(CsvFile, IsReplacedAsAWholeAndNeverWaitedFor) {
   QTemporaryDir folder;
   const QString path = folder.filePath(u"a.csv"_qs);
   QString reason;
-  ASSERT_TRUE(WriteCsvFile(path, "old", reason));
-  ASSERT_TRUE(WriteCsvFile(path, "new", reason));
-  EXPECT_EQ(ReadCsvFile(path, reason), "new");
+  ASSERT_TRUE(WriteWholeFile(path, "old", Readers::AsUsual, reason));
+  ASSERT_TRUE(WriteWholeFile(path, "new", Readers::AsUsual, reason));
+  EXPECT_EQ(ReadWholeFile(path, reason), "new");
   EXPECT_EQ(QDir(folder.path()).entryList(QDir::Files), QStringList(u"a.csv"_qs)) << "no temporary file is left";
 
   const std::pair<QString, const char*> unreadable[] = {{folder.path(), "To není soubor."},
                                                         {u"/dev/zero"_qs, "To není soubor."},
                                                         {folder.filePath(u"b.csv"_qs), "Soubor neexistuje."}};
   for (const auto& [other, why] : unreadable) {
-    EXPECT_FALSE(ReadCsvFile(other, reason)) << other.toStdString();
+    EXPECT_FALSE(ReadWholeFile(other, reason)) << other.toStdString();
     EXPECT_EQ(reason.toStdString(), why);
   }
-  EXPECT_FALSE(WriteCsvFile(folder.path(), "x", reason));
-  EXPECT_FALSE(WriteCsvFile(folder.filePath(u"no/a.csv"_qs), "x", reason));
+  EXPECT_FALSE(WriteWholeFile(folder.path(), "x", Readers::AsUsual, reason));
+  EXPECT_FALSE(WriteWholeFile(folder.filePath(u"no/a.csv"_qs), "x", Readers::AsUsual, reason));
 }
 
 }  // namespace

@@ -1,9 +1,10 @@
 #include "platform/linux/PrivateFiles.h"
 
+#include "platform/WholeFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -28,11 +29,8 @@ bool ClaimPrivateFolder(const QString& path) {
 
 bool ReplacePrivateFile(const QString& path, const QByteArray& bytes) {
   if (!MakePrivateFolder(QFileInfo(path).path())) return false;
-  QSaveFile file(path);
-  if (!file.open(QIODevice::WriteOnly)) return false;
-  file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
-  // A disk that fills up within the last write shows here only; commit would take the shortened file.
-  return file.write(bytes) == bytes.size() && file.flush() && file.commit();
+  QString reason;
+  return WriteWholeFile(path, bytes, Readers::UserAlone, reason);
 }
 
 }  // namespace talnik

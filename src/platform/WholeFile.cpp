@@ -1,0 +1,71 @@
+#include "platform/WholeFile.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QFileInfo>
+#include <QSaveFile>
+
+namespace talnik {
+
+namespace {
+
+/// Some two million appointments.
+constexpr qint64 kLargestFile = 128 * 1024 * 1024;
+
+QString NoFileText() {
+  return QCoreApplication::translate("WholeFile", "To není soubor.");
+}
+
+/// Why there is nothing to read; empty when there is.
+QString WhyNoFile(const QString& path) {
+  const QFileInfo info(path);
+  if (!info.exists()) return QCoreApplication::translate("WholeFile", "Soubor neexistuje.");
+  // A pipe or a device would keep us waiting, perhaps for ever.
+  if (!info.isFile()) return NoFileText();
+  if (info.size() > kLargestFile) return QCoreApplication::translate("WholeFile", "Soubor je příliš velký.");
+  return QString();
+}
+
+QString ReasonText(QFileDevice::FileError error) {
+  switch (error) {
+    case QFileDevice::PermissionsError:
+      return QCoreApplication::translate("WholeFile", "Přístup byl odepřen.");
+    case QFileDevice::WriteError:
+    case QFileDevice::ResourceError:
+      return QCoreApplication::translate("WholeFile", "Disk je plný nebo se na něj nedá zapisovat.");
+    default:
+      return QCoreApplication::translate("WholeFile", "Chyba při práci se souborem.");
+  }
+}
+
+}  // namespace
+
+bool ReplaceFile(const QString& path, const std::function<bool(QIODevice& file)>& fill, Readers readers,
+                 QString& reason) {
+  QSaveFile file(path);
+  bool replaced = file.open(QIODevice::WriteOnly);
+  if (replaced && readers == Readers::UserAlone) file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+  // A disk that fills up within the last write shows in the flush only; commit would take the shortened file.
+  replaced = replaced && fill(file) && file.flush() && file.commit();
+  if (!replaced) reason = QFileInfo(path).isDir() ? NoFileText() : ReasonText(file.error());
+  return replaced;
+}
+
+bool WriteWholeFile(const QString& path, const QByteArray& bytes, Readers readers, QString& reason) {
+  return ReplaceFile(
+      path, [&bytes](QIODevice& file) { return file.write(bytes) == bytes.size(); }, readers, reason);
+}
+
+std::optional<QByteArray> ReadWholeFile(const QString& path, QString& reason) {
+  reason = WhyNoFile(path);
+  if (!reason.isEmpty()) return {};
+  QFile file(path);
+  if (file.open(QIODevice::ReadOnly)) {
+    QByteArray bytes = file.readAll();
+    if (file.error() == QFileDevice::NoError) return bytes;
+  }
+  reason = ReasonText(file.error());
+  return {};
+}
+
+}  // namespace talnik
