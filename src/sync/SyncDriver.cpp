@@ -5,6 +5,7 @@
 #include "shell/VoiceDialog.h"
 #include "shell/cSetting.h"
 #include "shell/frmProgress.h"
+#include "store/Repair.h"
 #include "store/Store.h"
 #include "sync/ExchangeFile.h"
 #include "sync/SyncFiles.h"
@@ -109,11 +110,12 @@ void SyncDriver::Prepare() {
   AwaitNoData();
 }
 
-/// What the agent is not told of it would take for deleted: a store that cannot be read ends the run.
+/// What the agent is not told of it would take for deleted: a store that cannot be read ends the run, and rows that
+/// came without an identity since the start, from a file, get one.
 bool SyncDriver::WriteOurSide() {
   qint64 lines = 0;
   QString reason;
-  const auto text = ExportDataForGoogle(world_.store, lines);
+  const auto text = RepairSchedule(world_.store) ? ExportDataForGoogle(world_.store, lines) : std::nullopt;
   if (!text) {
     Finish(DataError(world_.paths.Store, {}));
     return false;

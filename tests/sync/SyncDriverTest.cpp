@@ -240,6 +240,16 @@ TEST_F(SyncTest, NoWordOfAnAgentDoesHarm) {
   EXPECT_TRUE(Titles().isEmpty()) << "an empty calendar holds nothing";
 }
 
+TEST_F(SyncTest, WhatCameFromAFileSinceTheStartIsTheAgentsToo) {
+  store.Execute({u"UPDATE schedule SET guid=NULL,status=NULL"_qs, {}});
+  driver.Start(true);
+  const QByteArray line = QByteArray::fromStdString(Read(paths.LmData));
+  EXPECT_EQ(line.split(';').value(5).size(), 32) << line.constData();
+  Bring(line);
+  EXPECT_TRUE(Ends());
+  EXPECT_EQ(Titles(), QStringList(u"Zubař"_qs));
+}
+
 TEST_F(SyncTest, ASilentRunShowsAndSaysNothing) {
   driver.Start(true);
   EXPECT_TRUE(silent);
