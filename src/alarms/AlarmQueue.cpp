@@ -89,7 +89,8 @@ bool AlarmQueue::AlarmSetOff(const QString& text, const QString& timeText) {
   const auto rows = Recordset::Open(world_.store, statements::WithAlarmAt(*moment));
   if (!rows) return true;
   const bool marked = rows->FindFirst([&](const ScheduleRecord& row) {
-    return row.alarm && row.alarmtime == moment && (text.isEmpty() || row.appointment.trimmed() == text);
+    return row.alarm && row.alarmtime == moment && (text.isEmpty() || row.appointment.trimmed() == text) &&
+           !IsGiven(row);
   });
   if (!marked) return !PassOver(*rows, *moment);
   Trace(u"Talnik.Alarm.SetOff "_qs + timeText);
