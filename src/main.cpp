@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QLibraryInfo>
+#include <QLocale>
 #include <QTranslator>
 
 int main(int argc, char** argv) {
@@ -16,7 +17,10 @@ int main(int argc, char** argv) {
   // The program lives on in the tray; it ends only when the main window says so.
   QApplication::setQuitOnLastWindowClosed(false);
 
-  // Our own texts are Czech as they stand; those of the toolkit follow where they are installed.
+  // Our own texts are Czech as they stand. Where the user's language is another one, what is there in it is taken.
+  QTranslator texts;
+  if (texts.load(QLocale(), u"talnik"_qs, u"_"_qs, u":/i18n"_qs)) QApplication::installTranslator(&texts);
+  // Those of the toolkit follow ours where they are installed.
   QTranslator toolkit;
   if (toolkit.load(u"qtbase_cs"_qs, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QApplication::installTranslator(&toolkit);

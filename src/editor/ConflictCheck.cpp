@@ -11,10 +11,6 @@
 namespace talnik {
 namespace {
 
-QString ConflictTr(const char* text) {
-  return QCoreApplication::translate("ConflictCheck", text);
-}
-
 bool Within(const Date& moment, const Date& from, const Date& to) {
   return from <= moment && moment <= to;
 }
@@ -32,8 +28,8 @@ Date LastMinute(const Date& start, const Date& end) {
 QStringList ConflictsWithSpan(const ScheduleRecord& row, const ProposedTime& proposed, const Date& proposedEnd) {
   const Date& from = proposed.start;
   const Date& begin = *row.apptime;
-  const QString message =
-      ConflictTr("Čas %1 až %2 zasahuje do úkolu %3").arg(proposed.startText, proposed.endText, TextOf(row));
+  const QString message = QCoreApplication::translate("ConflictCheck", "Čas %1 až %2 zasahuje do úkolu %3")
+                              .arg(proposed.startText, proposed.endText, TextOf(row));
   QStringList messages;
   if (!row.appdur) {
     if (Within(begin, from, proposedEnd)) messages << message;
@@ -49,10 +45,11 @@ QStringList ConflictsWithMoment(const ScheduleRecord& row, const ProposedTime& p
   const QString text = TextOf(row);
   if (!row.appdur) {
     if (proposed.start != *row.apptime) return {};
-    return {ConflictTr("Čas %1 je již obsazen úkolem %2").arg(proposed.startText, text)};
+    return {
+        QCoreApplication::translate("ConflictCheck", "Čas %1 je již obsazen úkolem %2").arg(proposed.startText, text)};
   }
   if (!Within(proposed.start, *row.apptime, LastMinute(*row.apptime, *row.appdur))) return {};
-  return {ConflictTr("Čas %1 zasahuje do úkolu %2").arg(proposed.startText, text)};
+  return {QCoreApplication::translate("ConflictCheck", "Čas %1 zasahuje do úkolu %2").arg(proposed.startText, text)};
 }
 
 }  // namespace

@@ -51,14 +51,16 @@ QString FindNote(const QString& path, const QString& recordFolder) {
 }
 
 QString RecordingEndText(Recorder::Ending ending) {
-  const auto tr = [](const char* text) { return QCoreApplication::translate("NoteFiles", text); };
   switch (ending) {
     case Recorder::Ending::Broken:
-      return tr("Nahrávání skončilo, mikrofon přestal odpovídat. Nahraná část je zachována.");
+      return QCoreApplication::translate("NoteFiles",
+                                         "Nahrávání skončilo, mikrofon přestal odpovídat. Nahraná část je zachována.");
     case Recorder::Ending::NoRoom:
-      return tr("Nahrávání skončilo, na disk už nelze zapisovat. Nahraná část je zachována.");
+      return QCoreApplication::translate("NoteFiles",
+                                         "Nahrávání skončilo, na disk už nelze zapisovat. Nahraná část je zachována.");
     case Recorder::Ending::TooLong:
-      return tr("Nahrávání skončilo, nahrávka je příliš dlouhá. Nahraná část je zachována.");
+      return QCoreApplication::translate("NoteFiles",
+                                         "Nahrávání skončilo, nahrávka je příliš dlouhá. Nahraná část je zachována.");
     case Recorder::Ending::Failed:
       break;
   }

@@ -9,10 +9,6 @@
 namespace talnik {
 namespace {
 
-QString SaveTr(const char* text) {
-  return QCoreApplication::translate("SaveRecord", text);
-}
-
 void SetFields(ScheduleRecord& row, const RecordFields& fields, const std::optional<Date>& end) {
   row.appointment = CutToSize(fields.appointment, AppointmentSize);
   row.apptime = fields.start;
@@ -45,19 +41,20 @@ std::optional<Date> AlarmToSave(const EditorTexts& texts, const Date& now, bool&
 }  // namespace
 
 QString BadDateText() {
-  return SaveTr("Špatný časový údaj.");
+  return QCoreApplication::translate("SaveRecord", "Špatný časový údaj.");
 }
 
 QString EndBeforeStartText() {
-  return SaveTr("Čas ukončení je před časem počátku. Upravte tento údaj.");
+  return QCoreApplication::translate("SaveRecord", "Čas ukončení je před časem počátku. Upravte tento údaj.");
 }
 
 QString AlarmPassedText() {
-  return SaveTr("Čas alarmu nebude uložen, protože již minul.");
+  return QCoreApplication::translate("SaveRecord", "Čas alarmu nebude uložen, protože již minul.");
 }
 
 QString SemicolonText() {
-  return SaveTr("V textu události je nelze použít znak středník. Tento znak bude vymazán.");
+  return QCoreApplication::translate("SaveRecord",
+                                     "V textu události je nelze použít znak středník. Tento znak bude vymazán.");
 }
 
 bool EndPrecedesStart(const QString& start, const QString& end, const Date& today) {

@@ -12,10 +12,6 @@ namespace talnik {
 
 namespace {
 
-QString Words(const char* text) {
-  return QCoreApplication::translate("FolderList", text);
-}
-
 char16_t WithoutAccent(QChar letter) {
   const QString parts = letter.decompositionTag() == QChar::Canonical ? letter.decomposition() : QString();
   return parts.isEmpty() ? letter.toLower().unicode() : WithoutAccent(parts[0]);
@@ -72,7 +68,7 @@ void AppendInOrder(const QList<Folders::Entry>& entries, QList<Folders::Entry>& 
 /// "1 složka", "2 složky", "5 složek".
 QString Counted(qsizetype count, const char* one, const char* few, const char* many) {
   const char* word = count == 1 ? one : count >= 2 && count <= 4 ? few : many;
-  return QString::number(count) + u' ' + Words(word);
+  return QString::number(count) + u' ' + QCoreApplication::translate("FolderList", word);
 }
 
 }  // namespace
@@ -121,36 +117,44 @@ QList<Folders::Entry> FolderList(const QList<Folders::Entry>& entries, const Nam
 
 QString SpokenEntry(const Folders::Entry& entry) {
   const qsizetype slash = entry.name.lastIndexOf(u'/');
-  const QString spoken = entry.name.mid(slash + 1) + u' ' + (entry.isFolder ? Words("složka") : Words("soubor"));
-  return slash < 0 ? spoken : QString(spoken + u' ' + Words("ve složce") + u' ' + entry.name.left(slash));
+  const QString spoken = entry.name.mid(slash + 1) + u' ' +
+                         (entry.isFolder ? QCoreApplication::translate("FolderList", "složka")
+                                         : QCoreApplication::translate("FolderList", "soubor"));
+  return slash < 0 ? spoken
+                   : QString(spoken + u' ' + QCoreApplication::translate("FolderList", "ve složce") + u' ' +
+                             entry.name.left(slash));
 }
 
 QString FolderName(const QString& path) {
   const QString name = path.section(u'/', -1);
-  return name.isEmpty() ? Words("Kořen") : name;
+  return name.isEmpty() ? QCoreApplication::translate("FolderList", "Kořen") : name;
 }
 
 QString PlaceName(const Folders::Place& place) {
   switch (place.kind) {
     case Folders::Place::Kind::Home:
-      return Words("Domovská složka");
+      return QCoreApplication::translate("FolderList", "Domovská složka");
     case Folders::Place::Kind::Disk:
-      return Words("Disk") + u' ' + FolderName(place.path);
+      return QCoreApplication::translate("FolderList", "Disk") + u' ' + FolderName(place.path);
     case Folders::Place::Kind::Network:
-      return Words("Síťová složka") + u' ' + FolderName(place.path);
+      return QCoreApplication::translate("FolderList", "Síťová složka") + u' ' + FolderName(place.path);
     case Folders::Place::Kind::Root:
       break;
   }
-  return Words("Kořen");
+  return QCoreApplication::translate("FolderList", "Kořen");
 }
 
 QString SpokenCount(const QList<Folders::Entry>& entries) {
   const auto folders = std::count_if(entries.begin(), entries.end(), [](const auto& entry) { return entry.isFolder; });
   const qsizetype files = entries.size() - folders;
-  if (entries.isEmpty()) return Words("prázdná složka");
+  if (entries.isEmpty()) return QCoreApplication::translate("FolderList", "prázdná složka");
   QStringList counts;
-  if (folders > 0) counts << Counted(folders, "složka", "složky", "složek");
-  if (files > 0) counts << Counted(files, "soubor", "soubory", "souborů");
+  if (folders > 0)
+    counts << Counted(folders, QT_TRANSLATE_NOOP("FolderList", "složka"), QT_TRANSLATE_NOOP("FolderList", "složky"),
+                      QT_TRANSLATE_NOOP("FolderList", "složek"));
+  if (files > 0)
+    counts << Counted(files, QT_TRANSLATE_NOOP("FolderList", "soubor"), QT_TRANSLATE_NOOP("FolderList", "soubory"),
+                      QT_TRANSLATE_NOOP("FolderList", "souborů"));
   return counts.join(u", "_qs);
 }
 

@@ -22,10 +22,6 @@ const QString LineEnd = QStringLiteral("\r\n");
 constexpr auto ForUserAlone = QFile::ReadOwner | QFile::WriteOwner;
 constexpr qint64 CopyBlock = 1 << 20;
 
-QString Tr(const char* text) {
-  return QCoreApplication::translate("SyncReport", text);
-}
-
 QString Doubled(QString path) {
   return path.replace(u'\\', u"\\\\"_qs);
 }
@@ -60,7 +56,9 @@ QString ChangesIn(const QString& logPath, const CodePage& codePage) {
   for (const char* verb : verbs) {
     if (lines.AtEnd()) break;
     const QString number = lines.Next().toString();
-    if (number.trimmed().toLongLong() > 0) sentences << Tr(verb) + number + Tr(" záznamů.");
+    if (number.trimmed().toLongLong() > 0)
+      sentences << QCoreApplication::translate("SyncReport", verb) + number +
+                       QCoreApplication::translate("SyncReport", " záznamů.");
   }
   return sentences.join(LineEnd);
 }
@@ -108,13 +106,15 @@ bool WriteSyncLog(const Paths& paths, const SyncTally& tally, const Date& now, c
 
 QString SyncReport(const Paths& paths, const CodePage& codePage) {
   const QFileInfo log(LogPath(paths.LmData));
-  if (!log.exists()) return Tr("Synchronizace nebyla provedena.");
-  QString report = Tr("Datum synchronizace: ") + DateText(Date::FromQDateTime(log.lastModified()));
+  if (!log.exists()) return QCoreApplication::translate("SyncReport", "Synchronizace nebyla provedena.");
+  QString report = QCoreApplication::translate("SyncReport", "Datum synchronizace: ") +
+                   DateText(Date::FromQDateTime(log.lastModified()));
   const QString ours = ChangesIn(log.filePath(), codePage);
   const QString theirs = ChangesIn(LogPath(paths.GgData), codePage);
-  if (ours.isEmpty() && theirs.isEmpty()) return report + LineEnd + Tr("Nedošlo k žádným změnám.");
-  if (!ours.isEmpty()) report += LineEnd + Tr("Talník:") + LineEnd + ours;
-  if (!theirs.isEmpty()) report += LineEnd + Tr("Google:") + LineEnd + theirs;
+  if (ours.isEmpty() && theirs.isEmpty())
+    return report + LineEnd + QCoreApplication::translate("SyncReport", "Nedošlo k žádným změnám.");
+  if (!ours.isEmpty()) report += LineEnd + QCoreApplication::translate("SyncReport", "Talník:") + LineEnd + ours;
+  if (!theirs.isEmpty()) report += LineEnd + QCoreApplication::translate("SyncReport", "Google:") + LineEnd + theirs;
   return report;
 }
 
