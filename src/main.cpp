@@ -13,7 +13,7 @@ int main(int argc, char** argv) {
   QApplication application(argc, argv);
   QApplication::setApplicationName(u"talnik"_qs);
   QApplication::setApplicationVersion(QStringLiteral(TALNIK_VERSION));
-  QApplication::setDesktopFileName(u"talnik"_qs);
+  QApplication::setDesktopFileName(QStringLiteral(TALNIK_ID));
   // The program lives on in the tray; it ends only when the main window says so.
   QApplication::setQuitOnLastWindowClosed(false);
 

@@ -157,7 +157,9 @@ void frmMain::StartCalendar() {
 
 /// The tray, the words of other processes, the alarms, the hot key and the clock.
 void frmMain::StartOutside() {
-  setWindowIcon(QIcon(platform_.shell->InstalledFolder() + u"icons/talnik.png"_qs));
+  // By its name the desktop can show it in the size it wants.
+  const QIcon ownFile(platform_.shell->InstalledFolder() + u"icons/talnik.png"_qs);
+  setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName(), ownFile));
   platform_.trayIcon->LeftClick = [this] { TrayLeftClick(); };
   platform_.trayIcon->RightClick = [this] { TrayMenu(); };
   platform_.trayIcon->Add(windowIcon(), tr("Talník"));

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QGuiApplication>
 
 #include <gtest/gtest.h>
 #include <pwd.h>
@@ -112,10 +113,12 @@ TEST(LinuxShell, AutostartIsAnEntryThatTheDesktopMayAlsoSwitchOff) {
   LinuxShell shell(u"/opt/můj talník/talnik"_qs);
   EXPECT_FALSE(shell.AutostartIsOn());
   EXPECT_TRUE(shell.AutostartOff()) << "there is nothing to take away";
+  QGuiApplication::setDesktopFileName(u"cz.someone.talnik"_qs);
   ASSERT_TRUE(shell.AutostartOn());
+  QGuiApplication::setDesktopFileName({});
   EXPECT_TRUE(shell.AutostartIsOn());
   const QByteArray entry = ReadFile(path);
-  EXPECT_TRUE(entry.startsWith("[Desktop Entry]\nType=Application\nName=Talník\n"));
+  EXPECT_TRUE(entry.startsWith("[Desktop Entry]\nType=Application\nName=Talník\nIcon=cz.someone.talnik\n"));
   EXPECT_TRUE(entry.endsWith("\nExec=\"/opt/můj talník/talnik\" /h\n"));
   for (const char* off : {"Hidden=true\n", "X-GNOME-Autostart-enabled=false\n"}) {
     WriteFile(path, entry + off);

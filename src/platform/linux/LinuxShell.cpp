@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QGuiApplication>
 #include <QProcess>
 #include <QStandardPaths>
 #include <QStringList>
@@ -91,10 +92,8 @@ bool LinuxShell::AutostartOn() {
       u"[Desktop Entry]\n"
       "Type=Application\n"
       "Name=Talník\n"
-      "Icon=talnik\n"
-      "Terminal=false\n"
-      "Exec="_qs +
-      ExecWord(Program()) + u" /h\n";
+      "Icon="_qs +
+      QGuiApplication::desktopFileName() + u"\nTerminal=false\nExec="_qs + ExecWord(Program()) + u" /h\n";
   return ReplacePrivateFile(path, entry.toUtf8());
 }
 
