@@ -63,6 +63,7 @@ void frmDayView::BuildControls() {
       // A focus that comes with a choice is spoken by the choice.
       if (button->isChecked() && !optionSaid_) title_.FocusRead(speech(), QString(), button->text().remove(u'&'));
     });
+    LetOptionAnswer(button, events(), speech());
     connect(button, &QRadioButton::toggled, this, [this, option](bool checked) {
       if (checked) optFreeTime_Click(option);
     });

@@ -108,10 +108,6 @@ QRadioButton* frmRepeat::MakeOption(const QString& name, const QString& caption,
   auto* option = new QRadioButton(caption, frame);
   NameControl(option, name);
   LetButtonSpeak(option, events(), speech(), title_);
-  // Tab goes to the chosen one of a group; left to itself it goes to the first one, which would be taken for chosen.
-  option->setFocusPolicy(Qt::ClickFocus);
-  connect(option, &QRadioButton::toggled, option,
-          [option](bool checked) { option->setFocusPolicy(checked ? Qt::StrongFocus : Qt::ClickFocus); });
   frame->layout()->addWidget(option);
   return option;
 }

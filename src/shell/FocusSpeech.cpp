@@ -18,7 +18,7 @@ QString CheckState(bool checked) {
 
 /// A key that does not leave or change an option is answered too: the blank by the caption, an arrow at either end of
 /// the group by the cue.
-void AnswerKeysOfOption(QAbstractButton* option, ControlEvents& events, Speech& speech) {
+void AnswerKeysOfOption(QRadioButton* option, ControlEvents& events, Speech& speech) {
   const auto isArrow = [](const Key& key) {
     return key.Is(Qt::Key_Up) || key.Is(Qt::Key_Down) || key.Is(Qt::Key_Left) || key.Is(Qt::Key_Right);
   };
@@ -31,6 +31,13 @@ void AnswerKeysOfOption(QAbstractButton* option, ControlEvents& events, Speech& 
   });
 }
 
+/// Left to itself, Tab goes to the next option, which would be taken for chosen.
+void LeadTabToChosen(QRadioButton* option) {
+  const auto obey = [option](bool checked) { option->setFocusPolicy(checked ? Qt::StrongFocus : Qt::ClickFocus); };
+  obey(option->isChecked());
+  QObject::connect(option, &QRadioButton::toggled, option, obey);
+}
+
 }  // namespace
 
 void OpeningTitle::FocusRead(Speech& speech, const QString& prefix, const QString& text, int selLength) {
@@ -39,13 +46,18 @@ void OpeningTitle::FocusRead(Speech& speech, const QString& prefix, const QStrin
   speech.FocusRead(prefix, text, 0, selLength, title.isEmpty());
 }
 
+void LetOptionAnswer(QRadioButton* option, ControlEvents& events, Speech& speech) {
+  AnswerKeysOfOption(option, events, speech);
+  LeadTabToChosen(option);
+}
+
 void LetButtonSpeak(QAbstractButton* button, ControlEvents& events, Speech& speech, OpeningTitle& title) {
   const bool hasState = qobject_cast<QCheckBox*>(button) != nullptr;
   events.GotFocus(button, [button, hasState, &speech, &title] {
     const QString caption = button->text().remove(u'&');
     title.FocusRead(speech, QString(), hasState ? QString(caption + u' ' + CheckState(button->isChecked())) : caption);
   });
-  if (qobject_cast<QRadioButton*>(button)) AnswerKeysOfOption(button, events, speech);
+  if (auto* option = qobject_cast<QRadioButton*>(button)) LetOptionAnswer(option, events, speech);
   if (!hasState) return;
   QObject::connect(button, &QAbstractButton::toggled, button, [button, &speech](bool checked) {
     if (button->hasFocus()) speech.Say(CheckState(checked));

@@ -6,6 +6,7 @@
 #include <QString>
 
 class QAbstractButton;
+class QRadioButton;
 
 namespace talnik {
 
@@ -21,8 +22,11 @@ class OpeningTitle {
   QString title_;
 };
 
-/// Lets a button say its caption when it gets the focus; a check box its state too, also when the user changes it.
-/// An option answers every key.
+/// Lets an option answer every key, and Tab go to the chosen one of its group.
+void LetOptionAnswer(QRadioButton* option, ControlEvents& events, Speech& speech);
+
+/// Lets a button say its caption when it gets the focus; a check box its state too, also when the user changes it. An
+/// option is let answer besides.
 void LetButtonSpeak(QAbstractButton* button, ControlEvents& events, Speech& speech, OpeningTitle& title);
 
 }  // namespace talnik

@@ -160,6 +160,8 @@ TEST_F(DayView, ReadsEachLineAndBothOptions) {
     EXPECT_EQ(Heard(), "say: 09:00 až 10:00 porada");
     PressInList(window, Qt::Key_Down);
     EXPECT_EQ(Heard(), "sound: end.wav\nsay: 09:00 až 10:00 porada");
+    user_.Press(Qt::Key_Tab, Qt::ShiftModifier, window);
+    EXPECT_EQ(Heard(), "say: Úkoly") << "the chosen one, not the nearest one";
     auto* freeTime = FormDriver::Find<QRadioButton>(window, "optFreeTime(1)");
     freeTime->click();
     EXPECT_EQ(Heard(), "say: Volný čas");
@@ -168,7 +170,8 @@ TEST_F(DayView, ReadsEachLineAndBothOptions) {
     freeTime->setFocus();
     FormDriver::Settle();
     Heard();
-    for (const auto& [key, heard] : {std::pair(Qt::Key_Up, "say: Úkoly"), std::pair(Qt::Key_Down, "say: Volný čas")}) {
+    for (const auto& [key, heard] : {std::pair(Qt::Key_Up, "say: Úkoly"), std::pair(Qt::Key_Down, "say: Volný čas"),
+                                     std::pair(Qt::Key_Down, "sound: end.wav")}) {
       user_.Press(key, Qt::NoModifier, window);
       FormDriver::Settle();
       EXPECT_EQ(Heard(), heard) << "once";
