@@ -106,7 +106,7 @@ void frmLapTime::Command1_Click() {
   if (path.isEmpty()) return;
   QString reason;
   if (!WriteWholeFile(path, codePage_.Encode(LapFileText(laps_, fields_)), Readers::AsUsual, reason))
-    dialogs().Warn(tr("Soubor se nepodařilo uložit: ") + path);
+    dialogs().Warn(tr("Soubor se nepodařilo uložit: ") + path + u'\n' + reason);
 }
 
 }  // namespace talnik
