@@ -110,7 +110,7 @@ void frmMain::mnuImport_Click() {
 
 void frmMain::TellImport(const CsvImport& result, const QString& failure) {
   const QString counts = tr("Počet importovaných záznamů: ") + QString::number(result.imported) +
-                         tr(", počet odmítnutých záznamů: ") + QString::number(result.rejected) + u'.';
+                         tr(", počet odmítnutých záznamů: ") + QString::number(result.rejected);
   const QString message = result.end == CsvEnd::Done ? counts
                           : result.end == CsvEnd::Cancelled
                               ? tr("Import byl zrušen, talník zůstal beze změny.")

@@ -39,7 +39,7 @@ class Import {
  private:
   bool ReadKnown();
   bool TakeLines();
-  bool TakeLine(QStringView line);
+  bool ImportRow(QStringView line);
   bool GoesOn(qint64 done);
 
   Store& store_;
@@ -70,14 +70,14 @@ bool Import::TakeLines() {
   CsvLines lines(text_);
   lines.Next();  // the titles
   for (qint64 taken = 1; !lines.AtEnd(); ++taken) {
-    if (!TakeLine(lines.Next())) return false;
+    if (!ImportRow(lines.Next())) return false;
     if (taken % kRowsInOneGo == 0 && !GoesOn(lines.Position())) return false;
   }
   return true;
 }
 
 /// False when a row could not be written.
-bool Import::TakeLine(QStringView line) {
+bool Import::ImportRow(QStringView line) {
   if (!IsCsvRow(line)) return true;
   std::optional<ScheduleRecord> row = CsvRecord(line, today_);
   if (row) row->appointment = CutToSize(row->appointment, AppointmentSize);

@@ -58,7 +58,7 @@ TEST_F(Exchange, AFileGoesOutAndComesBack) {
   EXPECT_TRUE(written.contains("\"15.1.2024\",\"09:00:00\",\"Kůň, pes\",\"15.1.2024\",\"09:00:00\",FALSE,,\r\n"));
 
   Picks(File("kalendář.csv"));
-  ExpectMessage("Počet importovaných záznamů: 1, počet odmítnutých záznamů: 1.");
+  ExpectMessage("Počet importovaných záznamů: 1, počet odmítnutých záznamů: 1");
   Choose("mnuImport");
   EXPECT_EQ(RowCount(), 3) << "a comma moves the rest of its row to the right";
   EXPECT_TRUE(Heard().ends_with("say: 15. pondělí 2 úkolů")) << Heard();
@@ -107,7 +107,7 @@ TEST_F(Exchange, ALongImportTellsHowFarItIsAndCanBeGivenUp) {
 
   world_.Heard();
   user_.Expect([](QWidget*) {});
-  ExpectMessage("Počet importovaných záznamů: 20000, počet odmítnutých záznamů: 0.");
+  ExpectMessage("Počet importovaných záznamů: 20000, počet odmítnutých záznamů: 0");
   Choose("mnuImport");
   const std::string heard = Heard();
   EXPECT_NE(heard.find("sound: tick.wav\nsay: 50 procent"), std::string::npos) << heard;
