@@ -16,12 +16,17 @@ QString NoFileText() {
   return QCoreApplication::translate("WholeFile", "To není soubor.");
 }
 
+QString ForbiddenText() {
+  return QCoreApplication::translate("WholeFile", "Přístup byl odepřen.");
+}
+
 /// Why there is nothing to read; empty when there is.
 QString WhyNoFile(const QString& path) {
   const QFileInfo info(path);
   if (!info.exists()) return QCoreApplication::translate("WholeFile", "Soubor neexistuje.");
   // A pipe or a device would keep us waiting, perhaps for ever.
   if (!info.isFile()) return NoFileText();
+  if (!info.isReadable()) return ForbiddenText();
   if (info.size() > kLargestFile) return QCoreApplication::translate("WholeFile", "Soubor je příliš velký.");
   return QString();
 }
@@ -29,13 +34,22 @@ QString WhyNoFile(const QString& path) {
 QString ReasonText(QFileDevice::FileError error) {
   switch (error) {
     case QFileDevice::PermissionsError:
-      return QCoreApplication::translate("WholeFile", "Přístup byl odepřen.");
+      return ForbiddenText();
     case QFileDevice::WriteError:
     case QFileDevice::ResourceError:
       return QCoreApplication::translate("WholeFile", "Disk je plný nebo se na něj nedá zapisovat.");
     default:
       return QCoreApplication::translate("WholeFile", "Chyba při práci se souborem.");
   }
+}
+
+/// Why a file could not be replaced. A file that cannot be opened has the same error whatever the reason.
+QString WhyNotWritten(const QString& path, QFileDevice::FileError error) {
+  const QFileInfo file(path);
+  const QFileInfo folder(file.absolutePath());
+  if (file.isDir()) return NoFileText();
+  const bool forbidden = folder.exists() && (!folder.isWritable() || (file.exists() && !file.isWritable()));
+  return forbidden ? ForbiddenText() : ReasonText(error);
 }
 
 }  // namespace
@@ -47,7 +61,7 @@ bool ReplaceFile(const QString& path, const std::function<bool(QIODevice& file)>
   if (replaced && readers == Readers::UserAlone) file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
   // A disk that fills up within the last write shows in the flush only; commit would take the shortened file.
   replaced = replaced && fill(file) && file.flush() && file.commit();
-  if (!replaced) reason = QFileInfo(path).isDir() ? NoFileText() : ReasonText(file.error());
+  if (!replaced) reason = WhyNotWritten(path, file.error());
   return replaced;
 }
 

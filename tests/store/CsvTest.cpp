@@ -7,6 +7,8 @@
 
 #include <QFile>
 
+#include <unistd.h>
+
 namespace talnik::test {
 namespace {
 
@@ -217,6 +219,14 @@ TEST(CsvFile, IsReplacedAsAWholeAndNeverWaitedFor) {
   }
   EXPECT_FALSE(WriteWholeFile(folder.path(), "x", Readers::AsUsual, reason));
   EXPECT_FALSE(WriteWholeFile(folder.filePath(u"no/a.csv"_qs), "x", Readers::AsUsual, reason));
+
+  if (geteuid() == 0) return;  // who may do everything
+  QFile::setPermissions(path, QFile::Permissions());
+  EXPECT_FALSE(ReadWholeFile(path, reason));
+  EXPECT_EQ(reason, u"Přístup byl odepřen."_qs);
+  reason.clear();
+  EXPECT_FALSE(WriteWholeFile(path, "x", Readers::AsUsual, reason));
+  EXPECT_EQ(reason, u"Přístup byl odepřen."_qs);
 }
 
 }  // namespace
