@@ -3,6 +3,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 namespace talnik {
 
 /// A window of another program; handle 0 where there is none or the desktop does not tell.
@@ -28,8 +30,9 @@ class Shell {
   virtual bool AutostartOn() = 0;
   virtual bool AutostartOff() = 0;
 
-  /// Opens a file or page in the program the user has for it. False when nothing would take it.
-  virtual bool Open(const QString& path) = 0;
+  /// Opens a file or page in the program the user has for it. False when nothing would take it; where that shows only
+  /// when it has been tried, `failed` is called then.
+  virtual bool Open(const QString& path, std::function<void()> failed = {}) = 0;
   /// Starts a program, without a shell and without waiting for it. False when it cannot be started.
   virtual bool Start(const QString& program, const QStringList& arguments) = 0;
   /// Opens the settings of the desktop for people who cannot see the screen. False when it has none.

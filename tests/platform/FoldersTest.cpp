@@ -2,11 +2,13 @@
 #include "platform/linux/LinuxShell.h"
 #include "platform/linux/PrivateFiles.h"
 #include "platform/linux/UserFolders.h"
+#include "support/FormDriver.h"
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QGuiApplication>
+#include <QUrl>
 
 #include <gtest/gtest.h>
 #include <pwd.h>
@@ -130,6 +132,30 @@ TEST(LinuxShell, AutostartIsAnEntryThatTheDesktopMayAlsoSwitchOff) {
   EXPECT_FALSE(QFileInfo::exists(path));
   const Variable nowhere("XDG_CONFIG_HOME", "/proc/nowhere");
   EXPECT_FALSE(shell.AutostartOn());
+}
+
+TEST(LinuxShell, TellsWhenTheDesktopHasNothingToOpenAPageWith) {
+  const QTemporaryDir folder;
+  const QString page = folder.filePath(u"nápověda 100%.htm"_qs);
+  const QString opener = folder.filePath(u"xdg-open"_qs);
+  const QString asked = folder.filePath(u"asked"_qs);
+  WriteFile(page, "");
+  const Variable path("PATH", QFile::encodeName(folder.path()) + ":/usr/bin:/bin");
+  LinuxShell shell;
+  EXPECT_FALSE(shell.Open(folder.filePath(u"missing.htm"_qs)));
+  int failures[] = {0, 0};
+  const int exitCodes[] = {0, 3};
+  for (std::size_t i = 0; i < std::size(exitCodes); ++i) {
+    WriteFile(opener,
+              "#!/bin/sh\necho \"$1\" >> '" + QFile::encodeName(asked) + "'\nexit " + QByteArray::number(exitCodes[i]));
+    ASSERT_TRUE(QFile::setPermissions(opener, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    EXPECT_TRUE(shell.Open(page, [&failures, i] { ++failures[i]; }));
+    const auto lines = static_cast<qsizetype>(i) + 1;
+    EXPECT_TRUE(FormDriver::Until([&] { return ReadFile(asked).count('\n') == lines; }));
+  }
+  EXPECT_TRUE(FormDriver::Until([&] { return failures[1] == 1; }));
+  EXPECT_EQ(failures[0], 0);
+  EXPECT_EQ(ReadFile(asked).split('\n').first(), QUrl::fromLocalFile(page).toEncoded());
 }
 
 TEST(LinuxShell, ExecWordIsReadBackAsItStands) {

@@ -123,9 +123,10 @@ class FakeShell : public Shell {
     Autostart = false;
     return true;
   }
-  bool Open(const QString& path) override {
+  bool Open(const QString& path, std::function<void()> failed = {}) override {
     Opened << path;
-    return true;
+    OpenFailed = std::move(failed);
+    return Opens;
   }
   bool Start(const QString& program, const QStringList& arguments) override {
     Started << program + u' ' + arguments.join(u' ');
@@ -137,6 +138,8 @@ class FakeShell : public Shell {
   bool Starts = true;
   bool Autostart = false;
   QStringList Opened;
+  bool Opens = true;
+  std::function<void()> OpenFailed;  ///< of what was opened last
 };
 
 class FakeTrayIcon : public TrayIcon {

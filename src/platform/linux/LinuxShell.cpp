@@ -7,6 +7,7 @@
 #include <QCoreApplication>
 #include <QDesktopServices>
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
 #include <QGuiApplication>
@@ -43,6 +44,29 @@ QString AutostartFile() {
 
 bool Says(const IniText& entry, const QString& key, QStringView word) {
   return entry.Value(DesktopEntry, key).value_or(QString()).compare(word, Qt::CaseInsensitive) == 0;
+}
+
+/// Starts a program that outlives this one, and tells when it could not do its work. A viewer that has been open for a
+/// while may end as it likes.
+void StartWatched(const QString& program, const QStringList& arguments, std::function<void()> failed) {
+  constexpr qint64 whileStarting = 10'000;
+  auto* process = new QProcess;
+  process->setStandardInputFile(QProcess::nullDevice());
+  process->setStandardOutputFile(QProcess::nullDevice());
+  process->setStandardErrorFile(QProcess::nullDevice());
+  QElapsedTimer sinceStart;
+  sinceStart.start();
+  const auto over = [process, failed = std::move(failed), sinceStart](bool done) {
+    process->deleteLater();
+    if (!done && failed && sinceStart.elapsed() < whileStarting) failed();
+  };
+  QObject::connect(process, &QProcess::finished, process, [over](int code, QProcess::ExitStatus status) {
+    over(status == QProcess::NormalExit && code == 0);
+  });
+  QObject::connect(process, &QProcess::errorOccurred, process, [over](QProcess::ProcessError error) {
+    if (error == QProcess::FailedToStart) over(false);
+  });
+  process->start(program, arguments);
 }
 
 }  // namespace
@@ -102,10 +126,16 @@ bool LinuxShell::AutostartOff() {
   return path.isEmpty() || !QFileInfo::exists(path) || QFile::remove(path);
 }
 
-bool LinuxShell::Open(const QString& path) {
+bool LinuxShell::Open(const QString& path, std::function<void()> failed) {
   const bool isAddress = path.contains(u"://"_qs) || path.startsWith(u"mailto:"_qs);
   if (!isAddress && !QFileInfo::exists(path)) return false;
-  return QDesktopServices::openUrl(isAddress ? QUrl(path) : QUrl::fromLocalFile(path));
+  const QUrl url = isAddress ? QUrl(path) : QUrl::fromLocalFile(path);
+  const QString opener = QStandardPaths::findExecutable(u"xdg-open"_qs);
+  // Under Wayland only the toolkit can pass the keyboard on to the window that comes up.
+  const bool wayland = QGuiApplication::platformName().startsWith(u"wayland"_qs);
+  if (opener.isEmpty() || wayland) return QDesktopServices::openUrl(url);
+  StartWatched(opener, {url.toString(QUrl::FullyEncoded)}, std::move(failed));
+  return true;
 }
 
 bool LinuxShell::Start(const QString& program, const QStringList& arguments) {

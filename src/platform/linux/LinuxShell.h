@@ -15,7 +15,7 @@ class LinuxShell : public Shell {
   bool AutostartIsOn() const override;
   bool AutostartOn() override;
   bool AutostartOff() override;
-  bool Open(const QString& path) override;
+  bool Open(const QString& path, std::function<void()> failed = {}) override;
   bool Start(const QString& program, const QStringList& arguments) override;
   bool OpenAccessibilitySettings() override;
   void BringToFront(quint64 window) override;
