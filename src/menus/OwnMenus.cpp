@@ -8,8 +8,10 @@
 #include <QKeyEvent>
 #include <QMenu>
 #include <QMenuBar>
+#include <QPainter>
 #include <QScreen>
 #include <QShortcut>
+#include <QStyleOption>
 
 #include <algorithm>
 #include <functional>
@@ -22,6 +24,9 @@ namespace {
 /// No screen holds a caption in more points, whatever the settings say.
 constexpr int LargestType = 400;
 
+/// Pixels; the toolkit's own mark of a submenu is hardly to be seen in large type.
+constexpr int SubmenuArrow = 20;
+
 QString MenuSheet(const CommonSettings& look) {
   const QString sheet =
       uR"(
@@ -31,6 +36,7 @@ QString MenuSheet(const CommonSettings& look) {
     QMenu::item:disabled { color: %dim; }
     QMenu::item:selected { background-color: %fore; color: %back; }
     QMenu::item:disabled:selected { background-color: %dim; color: %back; }
+    QMenu::right-arrow { width: %arrowpx; height: %arrowpx; margin-right: 6px; }
     QMenu::separator { height: 2px; background-color: %fore; margin: 4px 8px; }
     QMenuBar::item { padding: 3px 8px; background-color: %back; color: %fore; }
     QMenuBar::item:selected, QMenuBar::item:pressed { background-color: %fore; color: %back; }
@@ -39,6 +45,7 @@ QString MenuSheet(const CommonSettings& look) {
       .replace(u"%back"_qs, look.BackMenuColor.name())
       .replace(u"%fore"_qs, look.ForeMenuColor.name())
       .replace(u"%dim"_qs, SubduedColor(look.ForeMenuColor, look.BackMenuColor).name())
+      .replace(u"%arrow"_qs, QString::number(SubmenuArrow))
       .replace(u"%size"_qs, QString::number(std::clamp(look.MenuSize, 1, LargestType)));
 }
 
@@ -53,6 +60,11 @@ QString Caption(const QString& text) {
 QString KeyOf(const QAction& action) {
   const QString shown = action.text().section(u'\t', 1).trimmed();
   return shown.isEmpty() ? action.shortcut().toString(QKeySequence::NativeText) : shown;
+}
+
+/// Sets the column of the keys apart from that of the captions.
+QString WithGap(const QString& caption) {
+  return QString(caption).replace(u"\t"_qs, u"\t   "_qs);
 }
 
 /// A bar or a popup of the table's tree; what the two have in common.
@@ -73,7 +85,7 @@ QHash<QString, QAction*> Build(Root& root, const QList<MenuItem>& items) {
         action = group ? group->addSeparator() : root.addSeparator();
         break;
       case MenuItem::Kind::Command:
-        action = group ? group->addAction(item.caption) : root.addAction(item.caption);
+        action = group ? group->addAction(WithGap(item.caption)) : root.addAction(WithGap(item.caption));
         break;
     }
     action->setObjectName(item.name);
@@ -137,6 +149,24 @@ void SendKey(QWidget* target, int key) {
   QApplication::sendEvent(target, &press);
 }
 
+/// Marks the menus that are spoken, by whichever window.
+constexpr const char* Taken = "ownMenu";
+
+/// Tells of each menu before it is shown for the first time.
+class MenuWatch : public QObject {
+ public:
+  MenuWatch(std::function<void(QMenu*)> opens, QObject* parent) : QObject(parent), opens_(std::move(opens)) {}
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    if (event->type() != QEvent::Polish) return false;
+    if (auto* menu = qobject_cast<QMenu*>(watched)) opens_(menu);
+    return false;
+  }
+
+ private:
+  std::function<void(QMenu*)> opens_;
+};
+
 }  // namespace
 
 QHash<QString, QAction*> BuildMenus(QMenuBar& bar, const QList<MenuItem>& items) {
@@ -161,6 +191,18 @@ int MenuStyle::styleHint(StyleHint hint, const QStyleOption* option, const QWidg
                          QStyleHintReturn* answer) const {
   if (hint == SH_Menu_AllowActiveAndDisabled) return 1;
   return QProxyStyle::styleHint(hint, option, widget, answer);
+}
+
+void MenuStyle::drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                              const QWidget* widget) const {
+  if (element != PE_IndicatorArrowRight) return QProxyStyle::drawPrimitive(element, option, painter, widget);
+  const QRect& area = option->rect;
+  painter->save();
+  painter->setRenderHint(QPainter::Antialiasing);
+  painter->setPen(Qt::NoPen);
+  painter->setBrush(option->palette.highlightedText());
+  painter->drawPolygon(QPolygon({area.topLeft(), QPoint(area.right(), area.center().y()), area.bottomLeft()}));
+  painter->restore();
 }
 
 OwnMenus::OwnMenus(Speech& speech, const CommonSettings& look, QObject* parent)
@@ -189,6 +231,20 @@ void OwnMenus::Attach(QMenu& popup) {
   RefreshOwnMenus();
 }
 
+void OwnMenus::AttachOthers() {
+  qApp->installEventFilter(new MenuWatch([this](QMenu* menu) { TakeOther(menu); }, this));
+}
+
+void OwnMenus::TakeOther(QMenu* menu) {
+  // What the toolkit keeps behind a bar that is too narrow holds the titles of that bar.
+  const bool isOverflow = qobject_cast<QMenuBar*>(menu->parentWidget()) != nullptr;
+  if (menu->property(Taken).toBool() || isOverflow) return;
+  menus_.removeAll(nullptr);
+  popups_.removeAll(nullptr);
+  popups_ << menu;
+  WatchMenu(menu);
+}
+
 void OwnMenus::SetState(QAction* action, bool enabled) {
   if (action) action->setEnabled(enabled);
 }
@@ -209,6 +265,7 @@ void OwnMenus::Watch(QAction* action) {
 
 void OwnMenus::WatchMenu(QMenu* menu) {
   menu->installEventFilter(this);
+  menu->setProperty(Taken, true);
   menu->setStyle(&style_);
   menus_ << menu;
   connect(menu, &QMenu::aboutToShow, this, [this, menu] { MenuOpens(menu); });
@@ -241,9 +298,14 @@ void OwnMenus::FitMenu(QMenu* menu) {
   constexpr int padding = 120;
   const int room = menu->screen()->availableSize().width();
   const int points = LargestFit(look_.MenuSize, [&](const QFontMetrics& metrics) {
-    const QList<QAction*> items = Reachable(*menu);
-    return std::all_of(items.begin(), items.end(),
-                       [&](const QAction* item) { return metrics.horizontalAdvance(item->text()) + padding <= room; });
+    // The keys stand in a column of their own behind the longest caption.
+    int captions = 0;
+    int keys = 0;
+    for (const QAction* item : Reachable(*menu)) {
+      captions = std::max(captions, metrics.horizontalAdvance(item->text().section(u'\t', 0, 0)));
+      keys = std::max(keys, metrics.horizontalAdvance(item->text().section(u'\t', 1)));
+    }
+    return captions + keys + padding <= room;
   });
   const QString sheet = popups_.contains(menu) ? MenuSheet(look_) : QString();
   SetSheet(menu, sheet + (points < look_.MenuSize ? u" QMenu { font-size: %1pt; }"_qs.arg(points) : QString()));

@@ -33,13 +33,16 @@ QHash<QString, QAction*> BuildMenus(QMenu& popup, const QList<MenuItem>& items);
 /// What is said of an item: its caption, its state, its key.
 QString SpokenItem(const QAction& action);
 
-/// The style of the desktop, but that the highlight stops at unavailable items too.
+/// The style of the desktop, but that the highlight stops at unavailable items too, and that the mark of a submenu is
+/// large enough to be seen.
 class MenuStyle : public QProxyStyle {
   Q_OBJECT
 
  public:
   int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget,
                 QStyleHintReturn* answer) const override;
+  void drawPrimitive(PrimitiveElement element, const QStyleOption* option, QPainter* painter,
+                     const QWidget* widget) const override;
 };
 
 /// The menus of the program: in the user's type and colours, and spoken. Each item is said as the highlight reaches it,
@@ -56,6 +59,8 @@ class OwnMenus : public QObject {
   /// Takes the whole tree, and what is added to it later.
   void Attach(QMenuBar& bar);
   void Attach(QMenu& popup);
+  /// Takes every menu of the program that nobody has taken, as it opens: those that text fields bring along.
+  void AttachOthers();
 
   /// Makes an item available or not, at once, also in a menu that is open.
   void SetState(QAction* action, bool enabled);
@@ -66,6 +71,7 @@ class OwnMenus : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  void TakeOther(QMenu* menu);
   void Watch(QAction* action);
   void WatchMenu(QMenu* menu);
   void OpenBar(QMenuBar* bar);

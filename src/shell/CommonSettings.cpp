@@ -55,9 +55,7 @@ CommonSettings InitCommonSettings(const Registry& registry, const QString& insta
   CommonSettings settings;
   ReadColor(registry, u"ForeColor"_qs, settings.ForeColor);
   ReadColor(registry, u"BackColor"_qs, settings.BackColor);
-  ReadColor(registry, u"ForeMenuColor"_qs, settings.ForeMenuColor);
-  ReadColor(registry, u"BackMenuColor"_qs, settings.BackMenuColor);
-  ReadMenuSize(registry, settings.MenuSize);
+  ReadMenuLook(registry, settings);
   qCDebug(commonTrace).noquote() << u"common. "_qs + CommonKey();
   const auto text = [&registry](const QString& name, const QString& fallback) {
     return GetRegistryValue(registry, CommonKey(), QString(), name, fallback).toString();
@@ -68,6 +66,12 @@ CommonSettings InitCommonSettings(const Registry& registry, const QString& insta
   settings.HelpViewer = settings.FamilyFolderWithSlash() + text(u"HelpViewerPath"_qs, u"pagetext/pagetext.exe"_qs);
   settings.HelpViewer.replace(u'.', GenerationSuffix + u'.');
   return settings;
+}
+
+void ReadMenuLook(const Registry& registry, CommonSettings& settings) {
+  ReadColor(registry, u"ForeMenuColor"_qs, settings.ForeMenuColor);
+  ReadColor(registry, u"BackMenuColor"_qs, settings.BackMenuColor);
+  ReadMenuSize(registry, settings.MenuSize);
 }
 
 QVariant GetRegistryValue(const Registry& registry, const QString& key, const QString& subKey, const QString& name,

@@ -29,6 +29,9 @@ QString CommonKey();
 /// Reads the common settings. `installedFolder` stands in for a family folder that the registry does not name.
 CommonSettings InitCommonSettings(const Registry& registry, const QString& installedFolder);
 
+/// Reads anew what the menus look like, which another program of the family may have changed.
+void ReadMenuLook(const Registry& registry, CommonSettings& settings);
+
 /// Key and subkey joined by one backslash, then the value; `fallback` when it cannot be read.
 QVariant GetRegistryValue(const Registry& registry, const QString& key, const QString& subKey, const QString& name,
                           const QVariant& fallback);

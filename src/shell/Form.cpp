@@ -74,9 +74,11 @@ QRect RoomOnScreen(const QWidget& window) {
   return window.screen()->availableGeometry().adjusted(side, 0, -side, -title);
 }
 
-/// Moves all of a window that is larger than the screen into a view that follows the focus.
+/// Moves all of a window that is larger than the screen into a view that follows the focus, but for its menus.
 void PutIntoScrollArea(QWidget* window) {
   const QPointer<QWidget> focus = window->focusWidget();
+  QWidget* menuBar = window->layout()->menuBar();
+  window->layout()->setMenuBar(nullptr);
   auto* inside = new QWidget;
   auto* area = new QScrollArea(window);
   area->setFocusPolicy(Qt::NoFocus);
@@ -87,6 +89,7 @@ void PutIntoScrollArea(QWidget* window) {
   auto* around = new QVBoxLayout(window);
   around->setContentsMargins(0, 0, 0, 0);
   around->addWidget(area);
+  around->setMenuBar(menuBar);
   // The layout that has left had fixed the window's smallest size.
   window->setMinimumSize(0, 0);
   around->activate();

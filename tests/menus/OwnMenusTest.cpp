@@ -3,6 +3,7 @@
 #include "support/FormWorld.h"
 
 #include <QApplication>
+#include <QContextMenuEvent>
 #include <QLineEdit>
 #include <QMainWindow>
 #include <QMenu>
@@ -109,6 +110,41 @@ TEST(OwnMenus, APopupOfItsOwnBeginsAtItsFirstItem) {
   FormDriver::Settle();
   EXPECT_EQ(window.Heard(), "say: Talník Otevřít talník");
   window.Play("Down > say: Konec | Down > say: Později | Escape > say: pole");
+}
+
+TEST(OwnMenus, TheMenuOfATextFieldIsTakenAsItOpens) {
+  MenuWindow window;
+  window.menus.AttachOthers();
+  window.Heard();
+  QContextMenuEvent byKey(QContextMenuEvent::Keyboard, QPoint(1, 1), window.mapToGlobal(QPoint(1, 1)));
+  QApplication::sendEvent(&window.field, &byKey);
+  FormDriver::Settle();
+  auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+  ASSERT_NE(menu, nullptr);
+  const QString first = SpokenItem(*menu->actions().first());
+  EXPECT_EQ(window.Heard(), "say: " + first.toStdString());
+  EXPECT_EQ(menu->font().family(), u"Arial"_qs);
+  window.Play("Escape > say: pole");
+}
+
+TEST(OwnMenus, ABarOfAnotherWindowThatIsTooNarrowIsSaidOnce) {
+  MenuWindow window;
+  window.menus.AttachOthers();
+  QMainWindow other;
+  QLineEdit field(&other);
+  BuildMenus(*other.menuBar(), Tree());
+  // The toolkit hides the titles behind a menu of its own.
+  other.menuBar()->resize(60, 20);
+  (void)other.menuBar()->sizeHint();
+  OwnMenus menus(window.speech, window.look);
+  menus.Attach(*other.menuBar());
+  other.resize(60, 400);
+  other.show();
+  other.activateWindow();
+  field.setFocus();
+  ASSERT_TRUE(FormDriver::Until([&] { return other.isActiveWindow() && field.hasFocus(); }));
+  window.Heard();
+  window.Play("F10 > say: Talník | Down > say: Talník Import... podnabídka | Escape > say: Talník");
 }
 
 TEST(OwnMenus, TypeAndColoursFollowTheSettingsAndTheBarFits) {
