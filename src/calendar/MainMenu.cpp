@@ -4,7 +4,9 @@
 
 #include <QAction>
 #include <QCoreApplication>
+#include <QKeySequence>
 #include <QMenuBar>
+#include <QStringList>
 
 namespace talnik {
 namespace {
@@ -84,11 +86,12 @@ constexpr MenuEntry kEntries[] = {
     {"mnuTaskAlarm", QT_TRANSLATE_NOOP("MainMenu", "S alarmy"), "mnuEdit", State::Ready},
     {"mnuSpareTime", QT_TRANSLATE_NOOP("MainMenu", "Denní přehled Ctrl+Enter"), "mnuEdit", State::Ready},
     {"mnuDelTodayTasks", QT_TRANSLATE_NOOP("MainMenu", "Smazat úkoly na tento den"), "mnuEdit", State::Ready},
+    // Test records, or new identities for records that a synchronisation knows, would harm a real diary.
     {"mnuGen100", QT_TRANSLATE_NOOP("MainMenu", "Gen100"), "mnuEdit", State::Hidden},
     {"mnuRefreshGUID", QT_TRANSLATE_NOOP("MainMenu", "Refresh GUID"), "mnuEdit", State::Hidden},
     {"mnuHelp", QT_TRANSLATE_NOOP("MainMenu", "Nápo&věda"), "", State::Group},
-    {"mnuOpenHelp", QT_TRANSLATE_NOOP("MainMenu", "Otevři"), "mnuHelp", State::NotBuilt},
-    {"mnuHelpCheckUpdate", QT_TRANSLATE_NOOP("MainMenu", "Zkontrolovat aktualizace"), "mnuHelp", State::NotBuilt},
+    {"mnuOpenHelp", QT_TRANSLATE_NOOP("MainMenu", "Otevři"), "mnuHelp", State::Ready},
+    {"mnuHelpCheckUpdate", QT_TRANSLATE_NOOP("MainMenu", "Zkontrolovat aktualizace"), "mnuHelp", State::Ready},
     {"mnuAbout", QT_TRANSLATE_NOOP("MainMenu", "O programu"), "mnuHelp", State::Ready},
 };
 
@@ -121,6 +124,32 @@ const QList<KeyCommand>& KeyCommands() {
   return commands;
 }
 
+/// Commands that do what a key does, but are not carried out by it, and commands with a key of the whole window.
+constexpr std::pair<const char*, Qt::Key> kOtherKeys[] = {{"mnuDayForward", Qt::Key_Down},
+                                                          {"mnuDayBack", Qt::Key_Up},
+                                                          {"mnuFirstDayInMonth", Qt::Key_Home},
+                                                          {"mnuLastDayInMonth", Qt::Key_End},
+                                                          {"mnuOpenHelp", Qt::Key_F1}};
+
+QString KeyName(int key) {
+  switch (key) {
+    case Qt::Key_Up:
+      return QCoreApplication::translate("MainMenu", "Šipka nahoru");
+    case Qt::Key_Down:
+      return QCoreApplication::translate("MainMenu", "Šipka dolů");
+    case Qt::Key_Left:
+      return QCoreApplication::translate("MainMenu", "Šipka vlevo");
+    case Qt::Key_Right:
+      return QCoreApplication::translate("MainMenu", "Šipka vpravo");
+    case Qt::Key_PageUp:
+      return u"PageUp"_qs;
+    case Qt::Key_PageDown:
+      return u"PageDown"_qs;
+    default:
+      return QKeySequence(key).toString();
+  }
+}
+
 MenuItem::Kind KindOf(State state) {
   if (state == State::Group) return MenuItem::Kind::Group;
   return state == State::Separator ? MenuItem::Kind::Separator : MenuItem::Kind::Command;
@@ -136,7 +165,9 @@ const QList<MenuEntry>& MainMenuEntries() {
 QHash<QString, QAction*> BuildMainMenu(QMenuBar& bar, const std::function<void(const QString& name)>& run) {
   QList<MenuItem> items;
   for (const MenuEntry& entry : MainMenuEntries()) {
-    const QString caption = *entry.caption ? QCoreApplication::translate("MainMenu", entry.caption) : QString();
+    QString caption = *entry.caption ? QCoreApplication::translate("MainMenu", entry.caption) : QString();
+    const QString key = ShownKey(QString::fromLatin1(entry.name));
+    if (!key.isEmpty()) caption += u'\t' + key;
     items << MenuItem{QString::fromLatin1(entry.name), caption, QString::fromLatin1(entry.parent), KindOf(entry.state)};
   }
   QHash<QString, QAction*> actions = BuildMenus(bar, items);
@@ -149,6 +180,20 @@ QHash<QString, QAction*> BuildMainMenu(QMenuBar& bar, const std::function<void(c
     QObject::connect(action, &QAction::triggered, &bar, [run, name] { run(name); });
   }
   return actions;
+}
+
+QString ShownKey(const QString& name) {
+  for (const auto& [command, key] : kOtherKeys) {
+    if (name == QLatin1String(command)) return KeyName(key);
+  }
+  const KeyCommand* command = FindKeyCommand(name);
+  if (!command) return QString();
+  QStringList keys;
+  for (const KeyCommand::Stroke& stroke : command->strokes) keys << KeyName(stroke.key);
+  // Of two letters the last one decides.
+  if (command->shift == Qt::ShiftModifier) keys.last().prepend(u"Shift+"_qs);
+  if (command->shift == Qt::ControlModifier) keys.last().prepend(u"Ctrl+"_qs);
+  return keys.join(u' ');
 }
 
 const KeyCommand* FindKeyCommand(const QString& name) {

@@ -47,4 +47,7 @@ struct KeyCommand {
 /// Nothing (nullptr) for other commands.
 const KeyCommand* FindKeyCommand(const QString& name);
 
+/// The key that the menu shows beside a command; empty for one without a key, or with its key in the caption.
+QString ShownKey(const QString& name);
+
 }  // namespace talnik

@@ -125,6 +125,7 @@ int frmMain::CountTasks(const Date& day) {
 void frmMain::StartCalendar() {
   ownMenus_ = std::make_unique<OwnMenus>(speech(), look_);
   ownMenus_->Attach(*menuBar());
+  ownMenus_->AttachOthers();
   nameDays_.LoadNames(paths_.Names, *platform_.codePage);
   nameSearch_.Restart();
   namesField_ = std::make_unique<NamesField>(txtNames, nameDays_, view_, speech(), dialogs());

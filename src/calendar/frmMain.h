@@ -141,6 +141,7 @@ class frmMain : public QMainWindow, private TickHost {
   void Told(const QString& word);
   void HotKeyReleased();
   void TrayLeftClick();
+  void RefreshMenus();
   void TrayMenu();
   void RunTrayCommand(int id, const QString& command);
   bool GoToOpenWindow();
@@ -162,7 +163,6 @@ class frmMain : public QMainWindow, private TickHost {
   void mnuHolFind_Click();
   void FindName();
   void mnuExit_Click();
-  void mnuAbout_Click();
   void mnuSetServer_Click();
   void WaitForForeignWindow();
   void mnuInsertToClip_Click();
@@ -188,6 +188,12 @@ class frmMain : public QMainWindow, private TickHost {
   void mnuDelSchedule_Click();
   void mnuSearchRecord_Click();
   QString SelectedDayText() const;
+
+  // Help (frmMainHelp.cpp).
+  void mnuOpenHelp_Click();
+  void mnuHelpCheckUpdate_Click();
+  void mnuAbout_Click();
+  void TellOfHelp(const QString& text);
 
   // Files of appointments (frmMainExchange.cpp).
   void mnuImport_Click();

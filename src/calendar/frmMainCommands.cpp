@@ -12,7 +12,6 @@
 
 #include <QAction>
 #include <QClipboard>
-#include <QCoreApplication>
 #include <QGuiApplication>
 #include <QHash>
 #include <QLineEdit>
@@ -62,6 +61,8 @@ frmMain::Command frmMain::FindCommand(const QString& name) {
       {u"mnuHide"_qs, [](frmMain& form) { form.HideWindow(); }},
       {u"mnuExit"_qs, [](frmMain& form) { form.mnuExit_Click(); }},
       {u"mnuSetServer"_qs, [](frmMain& form) { form.mnuSetServer_Click(); }},
+      {u"mnuOpenHelp"_qs, [](frmMain& form) { form.mnuOpenHelp_Click(); }},
+      {u"mnuHelpCheckUpdate"_qs, [](frmMain& form) { form.mnuHelpCheckUpdate_Click(); }},
       {u"mnuAbout"_qs, [](frmMain& form) { form.mnuAbout_Click(); }},
   };
   return commands.value(name);
@@ -96,15 +97,6 @@ void frmMain::mnuExit_Click() {
   ExitCommand = ExitForGoodCommand;
   HideOnClose = false;
   close();
-}
-
-/// Where nothing is installed to tell about the program, it tells itself.
-void frmMain::mnuAbout_Click() {
-  if (platform_.shell->Open(look_.FamilyFolderWithSlash() + u"lm_about.vbs"_qs)) return WaitForForeignWindow();
-  RunModal(Afterwards::IsSilent, [this] {
-    dialogs().Tell(tr("Talník") + u' ' + QCoreApplication::applicationVersion() + u'\n' +
-                   tr("Mluvící diář pro lidi, kteří nevidí na obrazovku."));
-  });
 }
 
 void frmMain::mnuSetServer_Click() {

@@ -198,6 +198,10 @@ void frmMain::Form_KeyDown(Key& key) {
     QAction* search = Menu("mnuSearchRecord");
     return search->isEnabled() ? search->trigger() : calendar_->Refuse();
   }
+  if (key.Is(Qt::Key_F1, Qt::NoModifier)) {
+    key.Swallow();
+    return Menu("mnuOpenHelp")->trigger();
+  }
   if (key.Is(Qt::Key_F5)) {
     key.Swallow();
     return inList ? calendar_->ReadDay(QString(), true) : List1->setFocus();

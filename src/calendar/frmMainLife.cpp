@@ -124,8 +124,14 @@ void frmMain::HideWindow() {
   hide();
 }
 
-void frmMain::ShowNormal() {
+/// Other programs of the family change how the menus look, while this one runs for days.
+void frmMain::RefreshMenus() {
+  ReadMenuLook(*platform_.registry, look_);
   if (ownMenus_) ownMenus_->RefreshOwnMenus();
+}
+
+void frmMain::ShowNormal() {
+  RefreshMenus();
   setWindowState(windowState() & ~Qt::WindowMinimized);
   // A late event of the desktop may have moved the focus of the hidden window.
   if (!isVisible() && focusWhenHidden_) focusWhenHidden_->setFocus();
@@ -212,6 +218,7 @@ void frmMain::TrayMenu() {
     action->setData(item.id);
     if (!command.isEmpty()) action->setObjectName(command);
   }
+  ReadMenuLook(*platform_.registry, look_);
   ownMenus_->Attach(menu);
   const QAction* chosen = menu.exec(QCursor::pos());
   trayMenuOpen_ = false;

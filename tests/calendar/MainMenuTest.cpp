@@ -38,7 +38,7 @@ TEST_F(MainMenu, StandsWholeAndInOrder) {
             "TimeCaption(RaceTime TimeOut Alarms(AnnounceTimeOut!) Time SetTime DingHour) "
             "Date(SetDate HolFind HolFindNext! HolSave SetSysDate InsertToClip) "
             "Edit(NewRecord SearchRecord TaskToday! TaskTodayAfter TaskAll TaskAlarm SpareTime! DelTodayTasks!) "
-            "Help(OpenHelp! HelpCheckUpdate! About)");
+            "Help(OpenHelp HelpCheckUpdate About)");
   const std::pair<const char*, const char*> captions[] = {{"mnuTalnik", "Talník "},
                                                           {"mnuTimeCaption", "    Č&as    "},
                                                           {"mnuPrevMonth", "Měsíc  předchozí"},
@@ -49,7 +49,40 @@ TEST_F(MainMenu, StandsWholeAndInOrder) {
                                                           {"mnuWeekDay_Sunday_Prev", "Neděle předchozí"},
                                                           {"mnuSearchRecord", "Vyhledat   CTRL + SHIFT + F"},
                                                           {"mnuExit", "U&končit"}};
-  for (const auto& [name, caption] : captions) EXPECT_EQ(Menu(name)->text().toStdString(), caption);
+  for (const auto& [name, caption] : captions) {
+    EXPECT_EQ(Menu(name)->text().section(u'\t', 0, 0).toStdString(), caption);
+  }
+}
+
+TEST_F(MainMenu, ShowsTheKeyThatDoesTheSame) {
+  Start();
+  for (const auto& [name, key] : {std::pair("mnuNextWeek", "PageDown"),
+                                  {"mnuPrevYear", "Ctrl+Šipka vlevo"},
+                                  {"mnuWeekDay_Friday", "P A"},
+                                  {"mnuWeekDay_Friday_Prev", "P Shift+A"},
+                                  {"mnuDayForward", "Šipka dolů"},
+                                  {"mnuOpenHelp", "F1"},
+                                  {"mnuTaskAll", ""}}) {
+    EXPECT_EQ(Menu(name)->text().section(u'\t', 1).trimmed().toStdString(), key) << name;
+  }
+}
+
+TEST_F(MainMenu, FollowsTheSettingsOfTheFamilyWhenTheWindowIsShown) {
+  Start();
+  auto* menu = Menu("mnuHelp")->menu();
+  const auto colourOf = [menu] {
+    menu->popup(QPoint(0, 0));
+    FormDriver::Settle();
+    const QImage picture = menu->grab().toImage();
+    menu->close();
+    return picture.pixelColor(picture.width() - 5, 5);
+  };
+  const QColor before = colourOf();
+  world_.registry.Values[CommonKey() + u"|BackMenuColor"_qs] = quint32{0xFF0000};
+  Choose("mnuHide");
+  world_.trayIcon.LeftClick();
+  EXPECT_EQ(before, QColor(Qt::yellow));
+  EXPECT_EQ(colourOf(), QColor(Qt::blue));
 }
 
 TEST_F(MainMenu, EveryCommandThatCanBeChosenDoesSomething) {
@@ -58,7 +91,7 @@ TEST_F(MainMenu, EveryCommandThatCanBeChosenDoesSomething) {
     if (entry.state != MenuEntry::State::Ready) continue;
     EXPECT_TRUE(main_->KnowsCommand(QString::fromLatin1(entry.name))) << entry.name;
   }
-  EXPECT_FALSE(main_->KnowsCommand(u"mnuOpenHelp"_qs));
+  EXPECT_FALSE(main_->KnowsCommand(u"mnuGen100"_qs));
 }
 
 TEST_F(MainMenu, SpeaksAndComesBackToTheList) {
