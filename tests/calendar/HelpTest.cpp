@@ -118,6 +118,7 @@ const QHash<QString, QString>& ChapterOfLogic() {
       {u"EditorControls"_qs, u"frmSchedule"_qs},
       {u"ControlEvents"_qs, u""_qs},
       {u"FocusSpeech"_qs, u""_qs},
+      {u"HotKeyText"_qs, u""_qs},
   };
   return chapters;
 }
