@@ -54,4 +54,14 @@ std::uint32_t KeySymbol(int virtualKey) {
   return found == std::end(OtherKeys) ? 0 : found->symbol;
 }
 
+int VirtualKeyOfSymbol(std::uint32_t symbol) {
+  for (const KeyRun& run : KeyRuns) {
+    const auto length = static_cast<std::uint32_t>(run.last - run.first);
+    if (symbol >= run.symbol && symbol - run.symbol <= length) return run.first + static_cast<int>(symbol - run.symbol);
+  }
+  const auto* found = std::find_if(std::begin(OtherKeys), std::end(OtherKeys),
+                                   [symbol](const OtherKey& key) { return key.symbol == symbol; });
+  return found == std::end(OtherKeys) ? 0 : found->virtualKey;
+}
+
 }  // namespace talnik

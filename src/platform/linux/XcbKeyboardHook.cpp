@@ -1,5 +1,6 @@
 #include "platform/linux/XcbKeyboardHook.h"
 
+#include "platform/linux/PortalKeyboardHook.h"
 #include "platform/linux/VirtualKeys.h"
 #include "platform/none/None.h"
 
@@ -16,34 +17,48 @@
 #include <algorithm>
 #include <cstdlib>
 #include <iterator>
+#include <limits>
 #include <memory>
 
 namespace talnik {
 
 namespace {
 
-constexpr int ShiftBit = 1;
-constexpr int CtrlBit = 2;
-constexpr int AltBit = 4;
-constexpr std::uint16_t ShiftKeys = XCB_MOD_MASK_SHIFT | XCB_MOD_MASK_CONTROL | XCB_MOD_MASK_1;
+struct ShiftKey {
+  int bit;
+  std::uint16_t modifier;
+};
+constexpr ShiftKey ShiftKeys[] = {
+    {HotKeyShiftBit, XCB_MOD_MASK_SHIFT}, {HotKeyCtrlBit, XCB_MOD_MASK_CONTROL}, {HotKeyAltBit, XCB_MOD_MASK_1}};
 /// A grab names the locks that are on as well; Mod2 is Num Lock.
 constexpr std::uint16_t Locks[] = {0, XCB_MOD_MASK_LOCK, XCB_MOD_MASK_2, XCB_MOD_MASK_LOCK | XCB_MOD_MASK_2};
 
 std::uint16_t Modifiers(int hotKey) {
-  const int mask = hotKey >> 16;
-  return static_cast<std::uint16_t>((mask & ShiftBit ? XCB_MOD_MASK_SHIFT : 0) |
-                                    (mask & CtrlBit ? XCB_MOD_MASK_CONTROL : 0) | (mask & AltBit ? XCB_MOD_MASK_1 : 0));
+  unsigned modifiers = 0;
+  for (const ShiftKey& key : ShiftKeys) modifiers |= (HighWord(hotKey) & key.bit) != 0 ? key.modifier : 0U;
+  return static_cast<std::uint16_t>(modifiers);
+}
+
+int MaskOf(std::uint16_t modifiers) {
+  int mask = 0;
+  for (const ShiftKey& key : ShiftKeys) mask |= (modifiers & key.modifier) != 0 ? key.bit : 0;
+  return mask;
+}
+
+using KeySymbols = std::unique_ptr<xcb_key_symbols_t, decltype(&xcb_key_symbols_free)>;
+
+KeySymbols SymbolsOf(xcb_connection_t* connection) {
+  return {xcb_key_symbols_alloc(connection), &xcb_key_symbols_free};
 }
 
 std::vector<std::uint8_t> KeyCodesOf(xcb_connection_t* connection, std::uint32_t symbol) {
   std::vector<std::uint8_t> codes;
   if (symbol == 0) return codes;
-  xcb_key_symbols_t* symbols = xcb_key_symbols_alloc(connection);
+  const KeySymbols symbols = SymbolsOf(connection);
   if (!symbols) return codes;
-  xcb_keycode_t* found = xcb_key_symbols_get_keycode(symbols, symbol);
+  xcb_keycode_t* found = xcb_key_symbols_get_keycode(symbols.get(), symbol);
   for (const xcb_keycode_t* code = found; code && *code != XCB_NO_SYMBOL; ++code) codes.push_back(*code);
   std::free(found);
-  xcb_key_symbols_free(symbols);
   return codes;
 }
 
@@ -77,18 +92,30 @@ XcbKeyboardHook::~XcbKeyboardHook() {
 
 bool XcbKeyboardHook::Watch(int hotKey) {
   Ungrab();
-  hotKey_ = std::max(hotKey, 0);
-  if (hotKey_ == 0 || Grab()) return true;
-  hotKey_ = 0;
+  watch_.HotKeyValue = std::max(hotKey, 0);
+  if (watch_.HotKeyValue == 0 || Grab()) return true;
+  watch_.HotKeyValue = 0;
   return false;
 }
 
+/// The digits of many layouts are typed with Shift, so a key may bear its code on any of its levels.
+int XcbKeyboardHook::VirtualKey(quint32 scanCode) const {
+  constexpr int levels = 4;
+  const KeySymbols symbols = SymbolsOf(connection_);
+  if (!symbols || scanCode == 0 || scanCode > std::numeric_limits<xcb_keycode_t>::max()) return 0;
+  for (int level = 0; level < levels; ++level) {
+    const auto symbol = xcb_key_symbols_get_keysym(symbols.get(), static_cast<xcb_keycode_t>(scanCode), level);
+    if (const int key = VirtualKeyOfSymbol(symbol)) return key;
+  }
+  return 0;
+}
+
 bool XcbKeyboardHook::Grab() {
-  keyCodes_ = KeyCodesOf(connection_, KeySymbol(hotKey_ & 0xffff));
+  keyCodes_ = KeyCodesOf(connection_, KeySymbol(LowWord(watch_.HotKeyValue)));
   std::vector<xcb_void_cookie_t> cookies;
   for (const std::uint8_t code : keyCodes_) {
     for (const std::uint16_t lock : Locks) {
-      const auto modifiers = static_cast<std::uint16_t>(Modifiers(hotKey_) | lock);
+      const auto modifiers = static_cast<std::uint16_t>(Modifiers(watch_.HotKeyValue) | lock);
       cookies.push_back(
           xcb_grab_key_checked(connection_, 0, root_, modifiers, code, XCB_GRAB_MODE_ASYNC, XCB_GRAB_MODE_ASYNC));
     }
@@ -106,44 +133,45 @@ bool XcbKeyboardHook::Grab() {
 void XcbKeyboardHook::Ungrab() {
   for (const std::uint8_t code : keyCodes_) {
     for (const std::uint16_t lock : Locks) {
-      xcb_ungrab_key(connection_, code, root_, static_cast<std::uint16_t>(Modifiers(hotKey_) | lock));
+      xcb_ungrab_key(connection_, code, root_, static_cast<std::uint16_t>(Modifiers(watch_.HotKeyValue) | lock));
     }
   }
   if (!keyCodes_.empty()) xcb_flush(connection_);
   keyCodes_.clear();
-  held_ = false;
+  watch_.Forget();
 }
 
 void XcbKeyboardHook::FollowLayout() {
   // The news also comes when another keyboard is used, in the middle of the combination: nothing has moved then.
-  if (KeyCodesOf(connection_, KeySymbol(hotKey_ & 0xffff)) == keyCodes_) return;
+  if (KeyCodesOf(connection_, KeySymbol(LowWord(watch_.HotKeyValue))) == keyCodes_) return;
   Ungrab();
   Grab();
 }
 
 bool XcbKeyboardHook::nativeEventFilter(const QByteArray& eventType, void* message, qintptr*) {
-  if (hotKey_ == 0 || eventType != "xcb_generic_event_t") return false;
+  if (watch_.HotKeyValue == 0 || eventType != "xcb_generic_event_t") return false;
   const auto* event = static_cast<const xcb_generic_event_t*>(message);
   const int type = event->response_type & 0x7f;
   if (type == XCB_KEY_PRESS || type == XCB_KEY_RELEASE) {
-    KeyEvent(*reinterpret_cast<const xcb_key_press_event_t*>(event));
-  } else if (TellsOfNewLayout(*event, firstXkbEvent_)) {
+    const auto& key = *reinterpret_cast<const xcb_key_press_event_t*>(event);
+    // What was grabbed is let through, so that the toolkit learns the time of the key: without it no window may come to
+    // the front. It reaches no window of ours.
+    return KeyEvent(key) && key.event != root_;
+  }
+  if (TellsOfNewLayout(*event, firstXkbEvent_)) {
     QMetaObject::invokeMethod(
         this, [this] { FollowLayout(); }, Qt::QueuedConnection);
   }
-  // Let through, so that the toolkit learns the time of the key: without it no window may come to the front.
   return false;
 }
 
-void XcbKeyboardHook::KeyEvent(const xcb_key_press_event_t& event) {
-  if (event.event != root_) return;
+/// True when the key is to be swallowed.
+bool XcbKeyboardHook::KeyEvent(const xcb_key_press_event_t& event) {
   const bool watched = std::find(keyCodes_.begin(), keyCodes_.end(), event.detail) != keyCodes_.end();
-  if ((event.response_type & 0x7f) == XCB_KEY_PRESS) {
-    held_ = watched && (event.state & ShiftKeys) == Modifiers(hotKey_);
-    return;
-  }
-  // Another key that was let go in between, one of the shift keys too, breaks the combination.
-  if (held_ && watched) {
+  const HotKeyWatch::Verdict verdict = watch_.KeyboardProc({.key = watched ? LowWord(watch_.HotKeyValue) : 0,
+                                                            .released = (event.response_type & 0x7f) == XCB_KEY_RELEASE,
+                                                            .heldShift = MaskOf(event.state)});
+  if (verdict.show) {
     QMetaObject::invokeMethod(
         this,
         [this] {
@@ -151,11 +179,14 @@ void XcbKeyboardHook::KeyEvent(const xcb_key_press_event_t& event) {
         },
         Qt::QueuedConnection);
   }
-  held_ = false;
+  return verdict.swallow;
 }
 
 std::unique_ptr<KeyboardHook> MakeKeyboardHook() {
   if (xcb_connection_t* connection = Display()) return std::make_unique<XcbKeyboardHook>(connection);
+  if (QGuiApplication::platformName().startsWith(u"wayland"_qs)) {
+    return std::make_unique<PortalKeyboardHook>(QDBusConnection::sessionBus());
+  }
   return std::make_unique<NoneKeyboardHook>();
 }
 

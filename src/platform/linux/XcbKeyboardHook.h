@@ -1,5 +1,6 @@
 #pragma once
 
+#include "platform/HotKey.h"
 #include "platform/KeyboardHook.h"
 
 #include <QAbstractNativeEventFilter>
@@ -14,7 +15,8 @@ struct xcb_key_press_event_t;
 
 namespace talnik {
 
-/// The hot key as a passive grab of the X server. While one of the program's own menus is open it stays silent.
+/// The hot key as a passive grab of the X server. No such grab works while one of the program's own menus holds the
+/// keyboard; the keys come to the program then, and are watched there.
 class XcbKeyboardHook : public QObject, public KeyboardHook, private QAbstractNativeEventFilter {
   Q_OBJECT
 
@@ -23,10 +25,11 @@ class XcbKeyboardHook : public QObject, public KeyboardHook, private QAbstractNa
   ~XcbKeyboardHook() override;
 
   bool Watch(int hotKey) override;
+  int VirtualKey(quint32 scanCode) const override;
 
  private:
   bool nativeEventFilter(const QByteArray& eventType, void* message, qintptr* result) override;
-  void KeyEvent(const xcb_key_press_event_t& event);
+  bool KeyEvent(const xcb_key_press_event_t& event);
   void FollowLayout();
   bool Grab();
   void Ungrab();
@@ -34,9 +37,8 @@ class XcbKeyboardHook : public QObject, public KeyboardHook, private QAbstractNa
   xcb_connection_t* connection_;
   std::uint32_t root_ = 0;
   std::uint8_t firstXkbEvent_ = 0;
-  int hotKey_ = 0;
+  HotKeyWatch watch_;
   std::vector<std::uint8_t> keyCodes_;  ///< the grabbed keys
-  bool held_ = false;                   ///< the combination is down and no other key came between
 };
 
 /// The hook of the display the program runs on; none where that has no such thing.
