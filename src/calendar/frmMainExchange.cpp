@@ -3,10 +3,10 @@
 #include "calendar/frmMain.h"
 #include "editor/StoreFailures.h"
 #include "platform/WholeFile.h"
+#include "shell/ChooseFile.h"
 #include "shell/frmProgress.h"
 #include "store/CsvExchange.h"
 #include "store/Statements.h"
-#include "timetools/ChooseFile.h"
 
 #include <QLabel>
 

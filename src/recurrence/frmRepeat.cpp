@@ -35,20 +35,6 @@ int WeekdayOfBox(std::size_t box) {
   return static_cast<int>(box + 1) % 7 + 1;
 }
 
-bool MovesInList(const Key& key) {
-  switch (key.code) {
-    case Qt::Key_Up:
-    case Qt::Key_Down:
-    case Qt::Key_Home:
-    case Qt::Key_End:
-    case Qt::Key_PageUp:
-    case Qt::Key_PageDown:
-      return true;
-    default:
-      return false;
-  }
-}
-
 }  // namespace
 
 frmRepeat::frmRepeat(FormServices& services, const CalendarNames& names, RepeatState& state, QWidget* parent)
@@ -178,27 +164,8 @@ QComboBox* frmRepeat::MakeList(QLabel* label, const char* name, const QStringLis
   NameControl(list, QString::fromLatin1(name));
   list->addItems(lines);
   label->setBuddy(list);
-  ConnectList(list, label);
+  LetListSpeak(list, label, events(), speech(), title_);
   return list;
-}
-
-/// The list says its line when the user changes it, and answers a key that cannot change it.
-void frmRepeat::ConnectList(QComboBox* list, QLabel* label) {
-  const auto say = [this](const QString& line) {
-    if (!line.isEmpty()) speech().Say(line);
-  };
-  events().GotFocus(list, [this, list, label] { title_.FocusRead(speech(), label->text(), list->currentText()); });
-  connect(list, &QComboBox::textHighlighted, this, say);
-  connect(list, &QComboBox::currentTextChanged, this, [list, say](const QString& line) {
-    if (list->hasFocus()) say(line);
-  });
-  events().KeyDown(list, [this, list](Key&) { indexBefore_ = list->currentIndex(); });
-  events().KeyUp(list, [this, list, say](Key& key) {
-    if (list->currentIndex() != indexBefore_) return;
-    if (key.shift != Qt::NoModifier) return;
-    if (MovesInList(key)) return speech().Signal(Speech::EndOfList);
-    if (!key.text.trimmed().isEmpty()) say(list->currentText());
-  });
 }
 
 // Load.

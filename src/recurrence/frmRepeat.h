@@ -53,7 +53,6 @@ class frmRepeat : public Form {
   void BuildEnd(QGridLayout* grid);
   void BuildButtons(QGridLayout* grid);
   QComboBox* MakeList(QLabel* label, const char* name, const QStringList& lines);
-  void ConnectList(QComboBox* list, QLabel* label);
   QRadioButton* MakeOption(const QString& name, const QString& caption, QWidget* frame);
 
   void LoadForm();
@@ -75,7 +74,6 @@ class frmRepeat : public Form {
   RepeatState& state_;
   Date start_;
   bool loading_ = false;
-  int indexBefore_ = -1;  ///< of the list in which a key went down
   OpeningTitle title_;
 };
 

@@ -2,7 +2,9 @@
 
 #include <QAbstractButton>
 #include <QCheckBox>
+#include <QComboBox>
 #include <QCoreApplication>
+#include <QLabel>
 #include <QRadioButton>
 
 #include <memory>
@@ -38,6 +40,20 @@ void LeadTabToChosen(QRadioButton* option) {
   QObject::connect(option, &QRadioButton::toggled, option, obey);
 }
 
+bool MovesInList(const Key& key) {
+  switch (key.code) {
+    case Qt::Key_Up:
+    case Qt::Key_Down:
+    case Qt::Key_Home:
+    case Qt::Key_End:
+    case Qt::Key_PageUp:
+    case Qt::Key_PageDown:
+      return true;
+    default:
+      return false;
+  }
+}
+
 }  // namespace
 
 void OpeningTitle::FocusRead(Speech& speech, const QString& prefix, const QString& text, int selLength) {
@@ -61,6 +77,26 @@ void LetButtonSpeak(QAbstractButton* button, ControlEvents& events, Speech& spee
   if (!hasState) return;
   QObject::connect(button, &QAbstractButton::toggled, button, [button, &speech](bool checked) {
     if (button->hasFocus()) speech.Say(CheckState(checked));
+  });
+}
+
+void LetListSpeak(QComboBox* list, const QLabel* label, ControlEvents& events, Speech& speech, OpeningTitle& title) {
+  const auto say = [&speech](const QString& line) {
+    if (!line.isEmpty()) speech.Say(line);
+  };
+  const auto before = std::make_shared<int>(-1);
+  events.GotFocus(list, [list, label, &speech, &title] {
+    title.FocusRead(speech, label ? label->text() : QString(), list->currentText());
+  });
+  QObject::connect(list, &QComboBox::textHighlighted, list, say);
+  QObject::connect(list, &QComboBox::currentTextChanged, list, [list, say](const QString& line) {
+    if (list->hasFocus()) say(line);
+  });
+  events.KeyDown(list, [list, before](Key&) { *before = list->currentIndex(); });
+  events.KeyUp(list, [list, before, say, &speech](Key& key) {
+    if (list->currentIndex() != *before || key.shift != Qt::NoModifier) return;
+    if (MovesInList(key)) return speech.Signal(Speech::EndOfList);
+    if (!key.text.trimmed().isEmpty()) say(list->currentText());
   });
 }
 

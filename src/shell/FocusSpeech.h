@@ -6,6 +6,8 @@
 #include <QString>
 
 class QAbstractButton;
+class QComboBox;
+class QLabel;
 class QRadioButton;
 
 namespace talnik {
@@ -28,5 +30,9 @@ void LetOptionAnswer(QRadioButton* option, ControlEvents& events, Speech& speech
 /// Lets a button say its caption when it gets the focus; a check box its state too, also when the user changes it. An
 /// option is let answer besides.
 void LetButtonSpeak(QAbstractButton* button, ControlEvents& events, Speech& speech, OpeningTitle& title);
+
+/// Lets a list to choose from say its label (none where it is null) and its line when it gets the focus, and its line
+/// when the user changes it; a key that cannot change it is answered too.
+void LetListSpeak(QComboBox* list, const QLabel* label, ControlEvents& events, Speech& speech, OpeningTitle& title);
 
 }  // namespace talnik

@@ -4,7 +4,7 @@
 #include "shell/VoiceDialog.h"
 #include "shell/cSetting.h"
 #include "shell/cStandardEditBox.h"
-#include "timetools/ChooseFile.h"
+#include "shell/ChooseFile.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

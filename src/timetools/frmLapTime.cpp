@@ -5,7 +5,7 @@
 #include "shell/Texts.h"
 #include "shell/VoiceDialog.h"
 #include "shell/cStandardEditBox.h"
-#include "timetools/ChooseFile.h"
+#include "shell/ChooseFile.h"
 
 #include <QLabel>
 #include <QLineEdit>

@@ -1,4 +1,4 @@
-#include "timetools/ChooseFile.h"
+#include "shell/ChooseFile.h"
 
 #include "shell/CommonSettings.h"
 #include "shell/VoiceDialog.h"
