@@ -23,6 +23,8 @@ class Mailbox {
 
   /// Runs from the event loop when the other program has replaced the text.
   std::function<void()> Changed;
+  /// Runs from the event loop when the other program has been given the text.
+  std::function<void()> Taken;
 };
 
 }  // namespace talnik

@@ -22,6 +22,7 @@ Key MakeKey(const QKeyEvent& event) {
   key.shift = event.modifiers() & (Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier);
   key.keypad = event.modifiers() & Qt::KeypadModifier;
   key.text = event.text();
+  key.scanCode = event.nativeScanCode();
   if (key.code == Qt::Key_Enter) key.code = Qt::Key_Return;
   if (key.code == Qt::Key_Backtab) {
     key.code = Qt::Key_Tab;
@@ -100,6 +101,8 @@ class KeyOrder : public QObject {
 
   bool eventFilter(QObject* watched, QEvent* event) override;
 
+  static void RunGotFocus(const std::shared_ptr<ControlEvents::Impl>& form, QWidget* control, bool comingBack);
+
   std::function<bool(quint32 scanCode)> IsDown;  ///< empty where nobody knows
 
  private:
@@ -126,7 +129,6 @@ class KeyOrder : public QObject {
   void ForgetReleased();
   void FocusMoved(QWidget* now);
   void MenuLeft(QWidget* widget);
-  static void RunGotFocus(const Form& form, QWidget* control, bool comingBack);
 
   QHash<const QObject*, Form> forms_;
   QHash<quint32, Down> down_;
@@ -376,6 +378,11 @@ void ControlEvents::LostFocus(QWidget* control, Handler handler) {
 
 bool ControlEvents::ComingBack() const {
   return impl_->comingBack;
+}
+
+void ControlEvents::ComeBack() {
+  const auto alive = impl_;
+  if (alive->focus) KeyOrder::RunGotFocus(alive, alive->focus, true);
 }
 
 }  // namespace talnik

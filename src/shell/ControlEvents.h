@@ -16,6 +16,7 @@ struct Key {
   Qt::KeyboardModifiers shift;  ///< Shift, Ctrl and Alt as they stood at the press
   bool keypad = false;          ///< on the numeric block
   QString text;                 ///< what the key types; empty for keys that type nothing
+  quint32 scanCode = 0;         ///< the native number of the key itself; 0 when unknown
   bool swallowed = false;
 
   void Swallow() { swallowed = true; }
@@ -63,6 +64,9 @@ class ControlEvents : public QObject {
   /// True while a GotFocus runs because the user came back to a control that he had not left for another one of this
   /// window.
   bool ComingBack() const;
+
+  /// Runs the GotFocus of the control that has the focus as if the user had just come back to it.
+  void ComeBack();
 
  private:
   struct Impl;

@@ -22,6 +22,9 @@ class Form : public QDialog {
 
   int Tag() const;
 
+  /// Reads the control that has the focus once more.
+  void ReadAgain() { events_.ComeBack(); }
+
  protected:
   void SetTag(int tag);
 

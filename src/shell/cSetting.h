@@ -21,6 +21,9 @@ class cSetting {
   bool SaveVoiceSettings();
   bool SaveGeneralSetting(const QString& path);
 
+  /// The file that is read and written.
+  const QString& PrimaryPath() const { return primaryPath_; }
+
   int InfoTextSize = 20;
   int Style = 2;
   QString VoiceName;

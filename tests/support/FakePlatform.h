@@ -118,11 +118,8 @@ class FakeShell : public Shell {
   QString LocalDataFolder() const override { return LocalData; }
   QString InstalledFolder() const override { return Installed; }
   bool AutostartIsOn() const override { return Autostart; }
-  bool AutostartOn() override { return Autostart = true; }
-  bool AutostartOff() override {
-    Autostart = false;
-    return true;
-  }
+  bool AutostartOn() override { return SetAutostart(true); }
+  bool AutostartOff() override { return SetAutostart(false); }
   bool Open(const QString& path, std::function<void()> failed = {}) override {
     Opened << path;
     OpenFailed = std::move(failed);
@@ -137,9 +134,16 @@ class FakeShell : public Shell {
   QStringList Started;
   bool Starts = true;
   bool Autostart = false;
+  bool KeepsAutostart = false;  ///< its entry cannot be written
   QStringList Opened;
   bool Opens = true;
   std::function<void()> OpenFailed;  ///< of what was opened last
+
+ private:
+  bool SetAutostart(bool on) {
+    if (!KeepsAutostart) Autostart = on;
+    return !KeepsAutostart;
+  }
 };
 
 class FakeTrayIcon : public TrayIcon {
@@ -158,10 +162,11 @@ class FakeTrayIcon : public TrayIcon {
 class FakeKeyboardHook : public KeyboardHook {
  public:
   bool Watch(int hotKey) override {
-    Watched = hotKey;
-    return true;
+    Watched = hotKey == Taken ? 0 : hotKey;
+    return hotKey != Taken;
   }
   int Watched = -1;
+  int Taken = -1;  ///< another program has it
 };
 
 class FakeInstance : public Instance {

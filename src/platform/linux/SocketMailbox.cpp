@@ -54,6 +54,9 @@ void SocketMailbox::Accept() {
       continue;
     }
     peer->setReadBufferSize(LongestWord);
+    QObject::connect(peer, &QLocalSocket::bytesWritten, peer, [this, peer] {
+      if (peer->bytesToWrite() == 0 && Taken) Taken();
+    });
     peer->write(text_.toUtf8() + '\n');
     QObject::connect(peer, &QLocalSocket::readyRead, peer, [this, peer] { Hear(peer); });
     QObject::connect(peer, &QLocalSocket::disconnected, peer, [this, peer] { Hear(peer); });
