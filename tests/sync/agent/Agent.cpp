@@ -2,7 +2,7 @@
 //   request FILE   read the request           say TEXT      one word into the mailbox
 //   data FILE      becomes the calendar's file part TEXT    a word without its end
 //   wait MS        do nothing                 flood N       so many words of progress
-//   die            end by a signal
+//   die            end by a signal         hear FILE     what the mailbox holds
 
 #include <QCoreApplication>
 #include <QFile>
@@ -37,12 +37,21 @@ struct Agent {
     }
   }
 
+  void Hear(const QString& path) {
+    Say({});
+    while (!box.canReadLine() && box.waitForReadyRead()) {
+    }
+    QFile file(path);
+    if (file.open(QIODevice::WriteOnly)) file.write(box.readLine());
+  }
+
   void Do(const QString& verb, const QString& what) {
     if (verb == QStringLiteral("request")) request = ReadRequest(what);
     if (verb == QStringLiteral("say")) Say(what.toUtf8() + '\n');
     if (verb == QStringLiteral("part")) Say(what.toUtf8());
     if (verb == QStringLiteral("wait")) QThread::msleep(what.toULong());
     if (verb == QStringLiteral("data")) QFile::copy(what, request[QStringLiteral("GgFileName")]);
+    if (verb == QStringLiteral("hear")) Hear(what);
     if (verb == QStringLiteral("die")) std::raise(SIGKILL);
     if (verb == QStringLiteral("flood")) {
       for (int step = 1; step <= what.toInt(); ++step) Say("%" + QByteArray::number(step) + ';' + what.toUtf8() + '\n');
