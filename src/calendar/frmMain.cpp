@@ -176,8 +176,7 @@ void frmMain::StartOutside() {
   PrepareSync();
   HideOnClose = true;
 
-  platform_.keyboardHook->Released = [this] { HotKeyReleased(); };
-  platform_.keyboardHook->Watch(setting_.HotKeyCall);
+  WatchHotKey();
 
   connect(qApp, &QGuiApplication::applicationStateChanged, this,
           [this](Qt::ApplicationState state) { platform_.braille->SetActive(state == Qt::ApplicationActive); });

@@ -14,9 +14,11 @@
 #include "shell/ControlEvents.h"
 #include "shell/FormServices.h"
 #include "shell/Paths.h"
+#include "shell/TakeSettings.h"
 #include "shell/VoiceDialog.h"
 #include "shell/cSetting.h"
 #include "store/Store.h"
+#include "sync/PasswordHandOver.h"
 #include "sync/SyncDriver.h"
 #include "timetools/Countdown.h"
 #include "timetools/TimeEntry.h"
@@ -136,10 +138,13 @@ class frmMain : public QMainWindow, private TickHost {
   void ShowNormal();
   /// Over the windows of all programs, with the keyboard.
   void BringToFront(QWidget* window);
+  static void CloseMenus();
   void ComeToFront();
   void DiscardForms();
   void Told(const QString& word);
+  void WatchHotKey();
   void HotKeyReleased();
+  void HotKeyRefused();
   void TrayLeftClick();
   void RefreshMenus();
   void TrayMenu();
@@ -163,6 +168,7 @@ class frmMain : public QMainWindow, private TickHost {
   void mnuHolFind_Click();
   void FindName();
   void mnuExit_Click();
+  void mnuSettings_Click(bool account);
   void mnuSetServer_Click();
   void WaitForForeignWindow();
   void mnuInsertToClip_Click();
@@ -252,6 +258,8 @@ class frmMain : public QMainWindow, private TickHost {
   BackToMain backToMain_;
   std::unique_ptr<AlarmQueue> alarms_;
   std::unique_ptr<SyncDriver> sync_;
+  std::unique_ptr<PasswordHandOver> passwords_;
+  SettingsState settings_;
   std::unique_ptr<NamesField> namesField_;
   std::unique_ptr<MonthCalendar> calendar_;
   std::unique_ptr<MonthKeys> keys_;
@@ -267,6 +275,7 @@ class frmMain : public QMainWindow, private TickHost {
   bool ended_ = false;
   bool alarmBoxOpen_ = false;
   bool trayMenuOpen_ = false;
+  bool hotKeyIsNew_ = false;  ///< set by the user since the start
   bool quietReturn_ = false;  ///< the next activation is silent: the command that ran has spoken
   bool justActivated_ = false;
   QPointer<QWidget> focusWhenHidden_;

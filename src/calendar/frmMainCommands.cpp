@@ -5,6 +5,7 @@
 #include "calendar/frmMain.h"
 #include "menus/OwnMenus.h"
 #include "shell/TextControls.h"
+#include "shell/frmSettings.h"
 #include "timetools/frmDingPeriod.h"
 #include "timetools/frmSetSysDate.h"
 #include "timetools/frmSetSysTime.h"
@@ -60,6 +61,8 @@ frmMain::Command frmMain::FindCommand(const QString& name) {
       {u"mnuSyncLog"_qs, [](frmMain& form) { form.mnuSyncLog_Click(); }},
       {u"mnuHide"_qs, [](frmMain& form) { form.HideWindow(); }},
       {u"mnuExit"_qs, [](frmMain& form) { form.mnuExit_Click(); }},
+      {u"mnuSettings"_qs, [](frmMain& form) { form.mnuSettings_Click(false); }},
+      {u"mnuSettingsAccount"_qs, [](frmMain& form) { form.mnuSettings_Click(true); }},
       {u"mnuSetServer"_qs, [](frmMain& form) { form.mnuSetServer_Click(); }},
       {u"mnuOpenHelp"_qs, [](frmMain& form) { form.mnuOpenHelp_Click(); }},
       {u"mnuHelpCheckUpdate"_qs, [](frmMain& form) { form.mnuHelpCheckUpdate_Click(); }},
@@ -97,6 +100,26 @@ void frmMain::mnuExit_Click() {
   ExitCommand = ExitForGoodCommand;
   HideOnClose = false;
   close();
+}
+
+void frmMain::mnuSettings_Click(bool account) {
+  const int hotKey = setting_.HotKeyCall;
+  settings_.OpenGoogleTab = account;
+  const bool goesOn = RunModal(Afterwards::IsSilent, [this] {
+    frmSettings form(services(),
+                     SettingsHost{.state = settings_,
+                                  .shell = *platform_.shell,
+                                  .keyboardHook = *platform_.keyboardHook,
+                                  .registry = *platform_.registry,
+                                  .SyncTimerSetting = [this] { SyncTimerSetting(); },
+                                  .handOver = [this](const QString& password,
+                                                     QString& reason) { return passwords_->Give(password, reason); }},
+                     this);
+    form.Open();
+  });
+  settings_.OpenGoogleTab = false;
+  hotKeyIsNew_ = hotKeyIsNew_ || hotKey != setting_.HotKeyCall;
+  if (goesOn) RefreshMenus();
 }
 
 void frmMain::mnuSetServer_Click() {

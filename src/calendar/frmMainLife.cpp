@@ -4,6 +4,7 @@
 #include "calendar/frmMain.h"
 #include "editor/frmSchedule.h"
 #include "menus/OwnMenus.h"
+#include "shell/HotKeyText.h"
 #include "shell/TextControls.h"
 #include "shell/frmAction.h"
 
@@ -11,6 +12,7 @@
 #include <QCloseEvent>
 #include <QCursor>
 #include <QMenu>
+#include <QTimer>
 
 #include <utility>
 
@@ -103,6 +105,7 @@ void frmMain::End() {
   AutSync_Timer.stop();
   BackToMainTimer.stop();
   sync_->Abandon();
+  passwords_->Drop();
   const bool namesKept = nameDays_.SaveNames(paths_.Names, *platform_.codePage);
   if (!namesKept && namesField_->NamesChanged) dialogs().Tell(tr("Chyba dat: ") + paths_.Names);
   speech().StopSpeech();
@@ -139,6 +142,13 @@ void frmMain::ShowNormal() {
   BringToFront(QApplication::activeModalWidget() ? QApplication::activeModalWidget() : this);
 }
 
+void frmMain::CloseMenus() {
+  while (QWidget* popup = QApplication::activePopupWidget()) {
+    popup->close();
+    if (popup == QApplication::activePopupWidget()) return;
+  }
+}
+
 void frmMain::BringToFront(QWidget* window) {
   window->raise();
   window->activateWindow();
@@ -148,7 +158,7 @@ void frmMain::BringToFront(QWidget* window) {
 /// Closes every window of the program but this one, whatever state it is in.
 void frmMain::DiscardForms() {
   ++sweeps_;
-  if (QWidget* popup = QApplication::activePopupWidget()) popup->close();
+  CloseMenus();
   for (const char* name : kSwept) {
     for (QWidget* window : QApplication::topLevelWidgets()) {
       // An editor that is still telling of conflicts is not to be seen yet.
@@ -185,13 +195,32 @@ bool frmMain::GoToOpenWindow() {
   return true;
 }
 
+void frmMain::WatchHotKey() {
+  platform_.keyboardHook->Released = [this] { HotKeyReleased(); };
+  // In the middle of what the desktop has to say nothing is asked of the user.
+  platform_.keyboardHook->Refused = [this] { QTimer::singleShot(0, this, [this] { HotKeyRefused(); }); };
+  platform_.keyboardHook->Watch(setting_.HotKeyCall);
+}
+
 void frmMain::HotKeyReleased() {
   if (ended_) return;
-  if (GoToOpenWindow()) return;
+  const QWidget* before = QApplication::activeWindow();
+  CloseMenus();
+  if (GoToOpenWindow()) {
+    // A window that has had the keyboard already gets no focus that would be read.
+    auto* form = qobject_cast<Form*>(QApplication::activeModalWidget());
+    if (form && form == before) form->ReadAgain();
+    return;
+  }
   const bool listIsActive = isActiveWindow() && List1->hasFocus();
   if (listIsActive) return calendar_->ReadDay(QString(), true, true);
   view_.ShownByHotKey = true;
   ShowNormal();
+}
+
+/// One that the user has just set and that cannot be had is told of; at the start the program goes on without it.
+void frmMain::HotKeyRefused() {
+  if (!ended_ && std::exchange(hotKeyIsNew_, false)) dialogs().Warn(HotKeyRefusedText(setting_.HotKeyCall));
 }
 
 void frmMain::TrayLeftClick() {

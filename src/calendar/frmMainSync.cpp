@@ -18,6 +18,8 @@ void frmMain::PrepareSync() {
       .whileTheStoreIsOurs = [this](const std::function<void()>& merge) { return MergeIntoStore(merge); },
       .registerAlarms = [this] { alarms_->RegisterAlarm(); },
       .mainWindow = this});
+  passwords_ = std::make_unique<PasswordHandOver>(HandOverSurroundings{
+      .paths = paths_, .codePage = *platform_.codePage, .shell = *platform_.shell, .mailbox = platform_.mailbox});
 }
 
 /// False while another long job has the store.

@@ -28,7 +28,7 @@ QString Shape(const QWidget& menu) {
 TEST_F(MainMenu, StandsWholeAndInOrder) {
   Start();
   EXPECT_EQ(Shape(*main_->menuBar()).toStdString(),
-            "Talnik(ImportGroup(Import) ExportGroup(Export) GoogleSync SyncLog Settings! SettingsAccount! "
+            "Talnik(ImportGroup(Import) ExportGroup(Export) GoogleSync SyncLog Settings SettingsAccount "
             "SetServer DelSchedule -Sep0 Hide Exit) "
             "Calendar(DayForward DayBack -CalSep1 NextWeek PrevWeek -CalSep2 FirstDayInMonth LastDayInMonth -CalSep5 "
             "NexMonth PrevMonth -CalSep3 NextYear PrevYear -CalSep4 Today WeekDays(WeekDay_Monday WeekDay_Monday_Prev "
