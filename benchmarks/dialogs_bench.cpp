@@ -1,0 +1,143 @@
+// From the choice of a command to the first words of its dialog, over a store of 100,000 rows of ten years, and from a
+// key in a menu to the call of the voice. Sounds take no time here.
+
+#include "Promises.h"
+#include "TenYears.h"
+#include "TimedVoice.h"
+#include "calendar/frmMain.h"
+#include "shell/TextControls.h"
+#include "support/FakePlatform.h"
+
+#include <QAction>
+#include <QApplication>
+#include <QDialog>
+#include <QDir>
+#include <QMenu>
+#include <QPushButton>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+
+#include <algorithm>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace talnik;
+
+constexpr int kRows = 100000;
+constexpr int kOpenings = 9;
+constexpr int kKeys = 300;
+constexpr double kPromisedMs = 100;
+
+struct Command {
+  const char* what;
+  const char* name;
+};
+
+constexpr Command kCommands[] = {{"settings", "mnuSettings"},      {"editor, the tasks of a day", "mnuTaskToday"},
+                                 {"day overview", "mnuSpareTime"}, {"search", "mnuSearchRecord"},
+                                 {"date", "mnuSetDate"},           {"time", "mnuSetTime"},
+                                 {"countdown", "mnuTimeOut"},      {"stop watch", "mnuRaceTime"},
+                                 {"announcements", "mnuDingHour"}, {"search of name days", "mnuHolFind"},
+                                 {"about, a message", "mnuAbout"}};
+
+struct Desk {
+  explicit Desk(const QString& folder) {
+    world.shell.LocalData = folder;
+    world.shell.Installed = folder + u"/installed/"_qs;
+    auto timed = std::make_unique<bench::TimedVoice>();
+    voice = timed.get();
+    world.platform.voice = std::move(timed);
+    main = std::make_unique<frmMain>(std::move(world.platform), QStringList());
+  }
+
+  /// Milliseconds from `open`, which shows a modal window, to its last word before it rests; `then` works in it.
+  double Opening(const std::function<void()>& open, const std::function<void(QDialog&)>& then) {
+    double time = -1;
+    QWidget* below = QApplication::activeModalWidget();
+    QTimer poll;
+    QObject::connect(&poll, &QTimer::timeout, &poll, [&] {
+      auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget());
+      if (!dialog || dialog == below || !voice->WasSpoken() || !dialog->isVisible()) return;
+      poll.stop();
+      time = voice->Milliseconds();
+      then(*dialog);
+      dialog->reject();
+    });
+    voice->Listen();
+    poll.start(0);
+    open();
+    QApplication::processEvents();
+    return time;
+  }
+
+  double Median(const std::function<double()>& opening) {
+    std::vector<double> times;
+    for (int i = 0; i < kOpenings; ++i) times.push_back(opening());
+    std::sort(times.begin(), times.end());
+    return times[times.size() / 2];
+  }
+
+  test::FakeWorld world;
+  bench::TimedVoice* voice = nullptr;
+  std::unique_ptr<frmMain> main;
+  bench::Promises promises;
+};
+
+void MeasureDialogs(Desk& desk) {
+  for (const Command& command : kCommands) {
+    const auto open = [&] { desk.main->Menu(command.name)->trigger(); };
+    const double first = desk.Opening(open, [](QDialog&) {});
+    const double median = desk.Median([&] { return desk.Opening(open, [](QDialog&) {}); });
+    const std::string what = std::string("dialog until it is spoken: ") + command.what;
+    desk.promises.Below((what + ", first").c_str(), first < 0 ? 1e9 : first, kPromisedMs, "ms");
+    desk.promises.Below((what + ", median").c_str(), median < 0 ? 1e9 : median, kPromisedMs, "ms");
+  }
+}
+
+/// The dialog of the rule stands over the editor.
+void MeasureRepeat(Desk& desk) {
+  double time = -1;
+  desk.Opening([&] { desk.main->Menu("mnuTaskToday")->trigger(); },
+               [&](QDialog& editor) {
+                 auto* button = editor.findChild<QPushButton*>(u"cmdRepeat"_qs);
+                 time = desk.Median([&] { return desk.Opening([&] { button->click(); }, [](QDialog&) {}); });
+               });
+  desk.promises.Below("dialog until it is spoken: repetition, median", time < 0 ? 1e9 : time, kPromisedMs, "ms");
+}
+
+void MeasureMenu(Desk& desk) {
+  auto* menu = qobject_cast<QMenu*>(desk.main->Menu("mnuHide")->parent());
+  menu->popup({});
+  QApplication::processEvents();
+  desk.promises.Below("key Down in a menu to the speech call, median",
+                      bench::MedianToSpeech(*desk.voice, menu, Qt::Key_Down, kKeys), 5, "ms");
+  menu->close();
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  qputenv("QT_QPA_PLATFORM", "offscreen");
+  const QApplication application(argc, argv);
+  QApplication::setQuitOnLastWindowClosed(false);
+  const QTemporaryDir folder;
+  const QString data = folder.path() + u"/Orvel1/TALNIK"_qs;
+  QDir().mkpath(data);
+  if (!bench::MakeTenYears(data + u"/talnik.MDB"_qs, kRows)) return 1;
+  Desk desk(folder.path());
+  desk.voice->Listen();
+  desk.main->Load();
+  if (!QTest::qWaitFor([&] { return desk.main->List1->hasFocus() && desk.voice->WasSpoken(); })) {
+    std::puts("the month was not spoken");
+    return 1;
+  }
+  MeasureDialogs(desk);
+  MeasureRepeat(desk);
+  MeasureMenu(desk);
+  return desk.promises.ExitCode();
+}
