@@ -3,6 +3,7 @@
 #include "platform/linux/MakePlatform.h"
 #include "platform/linux/XcbKeyboardHook.h"
 #include "shell/ControlEvents.h"
+#include "shell/ListFocus.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -25,6 +26,7 @@ int main(int argc, char** argv) {
   if (toolkit.load(u"qtbase_cs"_qs, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QApplication::installTranslator(&toolkit);
   }
+  talnik::TellLineOfFocusedList();
   talnik::EnableDetectableAutoRepeat();
   talnik::ControlEvents::AskKeyboard(talnik::IsKeyHeld);
 

@@ -32,7 +32,6 @@
 #include <memory>
 
 class QAction;
-class QFrame;
 class QLabel;
 class QLineEdit;
 class QMenu;
@@ -82,8 +81,8 @@ class frmMain : public QMainWindow, private TickHost {
   QToolButton* Image2 = nullptr;
   NoteBox* txtNames = nullptr;
   QLineEdit* lblTime = nullptr;
-  QFrame* Shape1 = nullptr;
-  QFrame* Shape2 = nullptr;
+  QWidget* Shape1 = nullptr;
+  QWidget* Shape2 = nullptr;
 
   QTimer Timer1;
   QTimer AutSync_Timer;

@@ -7,7 +7,6 @@
 #include "shell/cStandardEditBox.h"
 
 #include <QEvent>
-#include <QFrame>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
@@ -32,9 +31,11 @@ constexpr int ListLinesAtLeast = 3;
 /// Characters of the names of one day that can be typed.
 constexpr qsizetype LongestNames = 1000;
 
-QFrame* MakeBar(QWidget* parent, const QString& name) {
-  auto* bar = new QFrame(parent);
+/// A line to look at. A frame would be one more nameless thing for a screen reader.
+QWidget* MakeBar(QWidget* parent, const QString& name) {
+  auto* bar = new QWidget(parent);
   NameControl(bar, name);
+  bar->setAttribute(Qt::WA_StyledBackground);
   bar->setFixedHeight(BarHeight);
   return bar;
 }
@@ -121,7 +122,7 @@ void frmMain::LayOut() {
 
 void frmMain::PaintControls() {
   ApplyLook(this, look_, MainPoints);
-  for (QFrame* bar : {Shape1, Shape2}) bar->setStyleSheet(u"background-color: %1;"_qs.arg(look_.ForeColor.name()));
+  for (QWidget* bar : {Shape1, Shape2}) bar->setStyleSheet(u"background-color: %1;"_qs.arg(look_.ForeColor.name()));
   ensurePolished();
   const int line = QFontMetrics(font()).lineSpacing();
   for (QToolButton* picture : {Image1, Image2}) {

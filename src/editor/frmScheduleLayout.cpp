@@ -101,7 +101,7 @@ QBoxLayout* frmSchedule::BuildAlarmRow() {
   lblAlarm->setBuddy(cmbUserUnit);
   Text5 = MakeField(u"Text5"_qs, tr("Jak dlouho předem"));
   cmbAlarmUnit = MakeList(this, u"cmbAlarmUnit"_qs, AlarmUnitTexts());
-  cmbAlarmUnit->setAccessibleName(tr("Jednotka"));
+  LabelUnseen(cmbAlarmUnit, tr("Jednotka"));
   cmdPickDate3 = MakePicker(u"cmdPickDate3"_qs, tr("Vybrat datum a čas"));
   Picture1 = new QWidget(this);
   NameControl(Picture1, u"Picture1"_qs);

@@ -1,5 +1,6 @@
 #include "shell/Form.h"
 
+#include <QComboBox>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
@@ -151,6 +152,12 @@ void Form::FitToScreen() {
 void NameControl(QWidget* control, const QString& objectName, const QString& accessibleName) {
   control->setObjectName(objectName);
   if (!accessibleName.isEmpty()) control->setAccessibleName(accessibleName);
+}
+
+void LabelUnseen(QComboBox* list, const QString& name) {
+  auto* label = new QLabel(name, list->parentWidget());
+  label->setBuddy(list);
+  label->hide();
 }
 
 void SetControlId(QWidget* control, int id) {

@@ -6,6 +6,7 @@
 
 #include <QDialog>
 
+class QComboBox;
 class QLabel;
 class QPushButton;
 
@@ -50,6 +51,10 @@ class Form : public QDialog {
 
 /// Gives a control its object name and, where it has no label of its own, its accessible name.
 void NameControl(QWidget* control, const QString& objectName, const QString& accessibleName = QString());
+
+/// Gives a combo box that stands without a label the name that screen readers say. Its accessible name would not do:
+/// they are told its value instead, and its label beside it.
+void LabelUnseen(QComboBox* list, const QString& name);
 
 /// The fixed child identifier of a control, for tools outside.
 void SetControlId(QWidget* control, int id);

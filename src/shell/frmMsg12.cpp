@@ -69,6 +69,8 @@ void frmMsg12::SetMessage(const QString& message, const QString& caption) {
   const bool cut = message.size() > LongestMessage;
   txtMessage->setPlainText(cut ? message.left(LongestMessage) + u'…' : message);
   setWindowTitle(caption);
+  // A window that bears no title is told apart by what a screen reader calls it.
+  setAccessibleName(caption.isEmpty() ? tr("Talník") : QString());
 }
 
 void frmMsg12::OfferOnlyOK() {

@@ -31,7 +31,7 @@ frmProgress::frmProgress(FormServices& services, const QString& caption, QWidget
       Text1(new QLineEdit(this)),
       cmdCancel(new QPushButton(SharedText(TextId::Storno), this)),
       frame_(new QFrame(this)) {
-  Shape1 = new QFrame(frame_);
+  Shape1 = new QWidget(frame_);
   setWindowTitle(caption);
   BuildControls();
   MakeTextBox(Text1, ReadOnlyText, events(), speech());
@@ -54,6 +54,9 @@ void frmProgress::BuildControls() {
   NameControl(Label1, u"Label1"_qs);
   NameControl(Text1, u"Text1"_qs, tr("Stav"));
   NameControl(Shape1, u"Shape1"_qs);
+  Shape1->setAttribute(Qt::WA_StyledBackground);
+  frame_->setAccessibleName(tr("Průběh"));
+  Label1->setBuddy(Text1);
   NameControl(cmdCancel, u"cmdCancel"_qs);
   Text1->setReadOnly(true);
   frame_->setFrameShape(QFrame::Box);

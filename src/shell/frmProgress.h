@@ -35,7 +35,7 @@ class frmProgress : public Form {
 
   QLabel* Label1;    ///< the phase
   QLineEdit* Text1;  ///< the last line of status
-  QFrame* Shape1;    ///< the bar
+  QWidget* Shape1;   ///< the bar
   QPushButton* cmdCancel;
 
  public Q_SLOTS:
