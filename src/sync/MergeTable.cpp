@@ -48,8 +48,8 @@ QVariant MomentValue(const std::optional<Date>& moment) {
   return moment ? QVariant(moment->Serial()) : QVariant();
 }
 
-/// Sets the columns in which the records differ; they must differ.
-Statement UpdateOf(qint64 key, const ScheduleRecord& old, const ScheduleRecord& changed) {
+/// Sets the columns in which the records differ; nothing where they do not.
+std::optional<Statement> UpdateOf(qint64 key, const ScheduleRecord& old, const ScheduleRecord& changed) {
   Statement update;
   QStringList assignments;
   const auto set = [&](const char16_t* assignment, bool differs, const QVariant& value) {
@@ -64,6 +64,7 @@ Statement UpdateOf(qint64 key, const ScheduleRecord& old, const ScheduleRecord& 
   set(u"recur=?", old.recur != changed.recur, CutToSize(changed.recur, RecurSize));
   set(u"status=?", old.status != changed.status, changed.status.value_or(StatusSingle));
   set(u"guid=?", old.guid != changed.guid, CutToSize(changed.guid, GuidSize));
+  if (assignments.isEmpty()) return {};
   update.sql = u"UPDATE schedule SET "_qs + assignments.join(u',') + u" WHERE rowid=?"_qs;
   update.values << key;
   return update;
@@ -135,7 +136,10 @@ bool MergeTable::Insert(const ScheduleRecord& record) {
 }
 
 bool MergeTable::Update(Row& row, const ScheduleRecord& changed) {
-  if (!store_.Execute(UpdateOf(row.key, row.record, changed))) return false;
+  const auto update = UpdateOf(row.key, row.record, changed);
+  // A title that ends in blanks counts as changed although it stands there already.
+  if (!update) return true;
+  if (!store_.Execute(*update)) return false;
   Row taken{row.key, changed};
   taken.record.recur.clear();
   if (changed.guid == row.record.guid) {
