@@ -23,6 +23,8 @@ TEST(LocaleCodePage, EveryByteOfAnOlderFileComesBackAsItWas) {
   for (int i = 0; i < 256; ++i) bytes += static_cast<char>(i);
   const LocaleCodePage page("UTF-8");
   EXPECT_EQ(page.EncodeLike(bytes, page.Decode(bytes)), bytes);
+  const QByteArray marked("\xef\xbb\xbfx\xf5");
+  EXPECT_EQ(page.EncodeLike(marked, page.Decode(marked)), marked) << "a mark in front of what is no UTF-8";
   EXPECT_EQ(page.EncodeLike("\xef\xbb\xbfold", u"č"_qs), "\xef\xbb\xbfč") << "its byte order mark too";
 }
 

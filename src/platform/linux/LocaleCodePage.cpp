@@ -76,9 +76,9 @@ QByteArray LocaleCodePage::Encode(const QString& text) const {
 }
 
 QByteArray LocaleCodePage::EncodeLike(const QByteArray& before, const QString& text) const {
-  if (before.startsWith(ByteOrderMark)) return ByteOrderMark + text.toUtf8();
   if (IsAscii(before)) return Encode(text);
-  if (FromUtf8(before)) return text.toUtf8();
+  // A mark in front of what is no UTF-8 was read as letters, which are in the text.
+  if (FromUtf8(before)) return (before.startsWith(ByteOrderMark) ? ByteOrderMark : "") + text.toUtf8();
   return ToWindows1250(text).value_or(text.toUtf8());
 }
 
