@@ -7,6 +7,7 @@
 #include "shell/frmProgress.h"
 #include "store/Repair.h"
 #include "store/Store.h"
+#include "sync/AgentWords.h"
 #include "sync/ExchangeFile.h"
 #include "sync/SyncFiles.h"
 
@@ -52,18 +53,6 @@ class OnlyThisWindow : public QObject {
  private:
   const QWidget* window_;
 };
-
-/// The number at the beginning of a text; 0 where there is none.
-double NumberAt(QStringView text) {
-  qsizetype end = 0;
-  while (end < text.size() && (text[end].isDigit() || text[end] == u'.' || (end == 0 && text[end] == u'-'))) ++end;
-  return text.first(end).toDouble();
-}
-
-qint64 Whole(double number) {
-  constexpr double most = 1e15;
-  return static_cast<qint64>(std::clamp(number, -most, most));
-}
 
 QString DataError(const QString& path, const QString& reason) {
   return SyncDriver::tr("Chyba dat: ") + path + u". "_qs + reason;
@@ -194,14 +183,11 @@ void SyncDriver::ShowStatus(const QString& status) {
   world_.services.speech.Say(status);
 }
 
-/// "%a;b": a of b steps. Without a b the last one counts.
+/// A word that names no total counts on the last one.
 void SyncDriver::ShowProgress(const QString& word) {
-  const qsizetype separator = word.indexOf(u';');
-  const QStringView text(word);
-  const double step = NumberAt(text.sliced(1, (separator < 0 ? word.size() : separator) - 1));
-  const double total = separator < 0 ? 0 : NumberAt(text.sliced(separator + 1));
+  const auto [step, total] = ReadAgentProgress(word);
   if (total != 0) lastTotal_ = total;
-  if (lastTotal_ > 0) form_->SetShape(Whole(step), Whole(lastTotal_));
+  if (lastTotal_ > 0) form_->SetShape(WholeSteps(step), WholeSteps(lastTotal_));
 }
 
 void SyncDriver::AwaitData() {
