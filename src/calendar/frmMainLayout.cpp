@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QMenuBar>
 #include <QPainter>
+#include <QPalette>
 #include <QPixmap>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -19,6 +20,7 @@
 #include <QTextDocument>
 #include <QTimer>
 #include <QToolButton>
+#include <QToolTip>
 
 #include <utility>
 
@@ -45,6 +47,15 @@ QToolButton* MakePicture(QWidget* parent, const QString& name) {
   NameControl(picture, name);
   picture->setFocusPolicy(Qt::NoFocus);
   return picture;
+}
+
+/// The tip of the icon in the notification area belongs to no window, so no window's look reaches it.
+void PaintTip(const CommonSettings& look, const QFont& type) {
+  QPalette colors = QToolTip::palette();
+  colors.setColor(QPalette::ToolTipBase, look.BackColor);
+  colors.setColor(QPalette::ToolTipText, look.ForeColor);
+  QToolTip::setPalette(colors);
+  QToolTip::setFont(type);
 }
 
 /// A triangle that points to the right, or to the left.
@@ -124,6 +135,7 @@ void frmMain::PaintControls() {
   ApplyLook(this, look_, MainPoints);
   for (QWidget* bar : {Shape1, Shape2}) bar->setStyleSheet(u"background-color: %1;"_qs.arg(look_.ForeColor.name()));
   ensurePolished();
+  PaintTip(look_, font());
   const int line = QFontMetrics(font()).lineSpacing();
   for (QToolButton* picture : {Image1, Image2}) {
     picture->setIcon(Arrow(picture == Image1, line, look_.ForeColor));

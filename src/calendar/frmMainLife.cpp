@@ -263,9 +263,11 @@ void frmMain::RunTrayCommand(int id, const QString& command) {
     return;
   }
   if (GoToOpenWindow()) return;
-  if (command.isEmpty()) view_.TitleOnFocus = true;
+  if (command.isEmpty()) {
+    view_.TitleOnFocus = true;
+    return TrayLeftClick();
+  }
   ShowNormal();
-  if (command.isEmpty()) return List1->setFocus();
   RunCommand(command);
 }
 

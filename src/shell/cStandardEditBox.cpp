@@ -9,6 +9,7 @@
 #include <QGuiApplication>
 #include <QLineEdit>
 #include <QPlainTextEdit>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <utility>
@@ -109,6 +110,8 @@ void cStandardEditBox::SpeakDeletion(bool forward) {
 
 void cStandardEditBox::KeyUp(Key& key) {
   SendLineToBraille();
+  // What is said, one letter mostly, takes the line; fingers look for the field and its cursor there.
+  const auto afterwards = qScopeGuard([this] { SendLineToBraille(); });
   if (IsCtrlAlone(key)) return;
   if (key.Is(Qt::Key_C, Qt::ControlModifier)) {
     produceOutput_(Speech::SpeakNow, 0,

@@ -166,9 +166,11 @@ TEST(EditBox, TheBrailleLineFollowsTheCursor) {
   EditWindow window;
   window.world.braille.Present = true;
   window.Put(window.line, u"abc"_qs, 1, 1);
-  window.Press("F9");
-  EXPECT_EQ(window.world.braille.Shown.toStdString(), "abc");
-  EXPECT_EQ(window.world.braille.Cursor, 1);
+  for (const auto& [key, cursor] : {std::pair("F9", 1), {"Right", 2}, {"Home", 0}}) {
+    window.Press(key);
+    EXPECT_EQ(window.world.braille.Shown.toStdString(), "abc") << key << ": the field, not the letter that was said";
+    EXPECT_EQ(window.world.braille.Cursor, cursor) << key;
+  }
 }
 
 TEST(ComboBox, ATypedOneSpeaksButForTheKeysOfItsList) {

@@ -35,6 +35,8 @@ class BrlapiSession {
   bool IsPresent();
   void Show(const QString& text, int cursor);
   void SetActive(bool active);
+  /// Another window of the program has the keyboard: a menu, too, is a window to whoever tells brltty of the focus.
+  void FollowFocus() { HandOver(); }
   void Close() { box_.Close(); }
 
   /// The worker's thread.
@@ -88,7 +90,8 @@ void BrlapiSession::SetActive(bool active) {
 }
 
 void BrlapiSession::HandOver() {
-  wanted_.window = BrailleWindowNumber();
+  // Between two windows none has the keyboard; the line stays with the one before.
+  if (const int window = BrailleWindowNumber(); window > 0) wanted_.window = window;
   box_.Put([this](Wish& wish) { wish = wanted_; });
 }
 
@@ -135,9 +138,13 @@ void BrlapiSession::ReadKeys() {
 
 BrlapiBraille::BrlapiBraille()
     : session_(std::make_shared<BrlapiSession>()),
-      worker_(std::make_unique<Worker>([session = session_] { session->Run(); })) {}
+      worker_(std::make_unique<Worker>([session = session_] { session->Run(); })) {
+  followsFocus_ =
+      QObject::connect(qGuiApp, &QGuiApplication::focusWindowChanged, [session = session_] { session->FollowFocus(); });
+}
 
 BrlapiBraille::~BrlapiBraille() {
+  QObject::disconnect(followsFocus_);
   session_->Close();
 }
 

@@ -2,6 +2,8 @@
 
 #include "platform/Braille.h"
 
+#include <QMetaObject>
+
 #include <memory>
 
 namespace talnik {
@@ -25,6 +27,7 @@ class BrlapiBraille : public Braille {
  private:
   std::shared_ptr<BrlapiSession> session_;
   std::unique_ptr<Worker> worker_;
+  QMetaObject::Connection followsFocus_;
 };
 
 }  // namespace talnik

@@ -26,7 +26,9 @@ bool QtTrayIcon::IsThere() const {
 }
 
 void QtTrayIcon::Activated(QSystemTrayIcon::ActivationReason reason) const {
-  if (reason == QSystemTrayIcon::Trigger && LeftClick) LeftClick();
+  // The second of two quick clicks comes under a name of its own.
+  const bool left = reason == QSystemTrayIcon::Trigger || reason == QSystemTrayIcon::DoubleClick;
+  if (left && LeftClick) LeftClick();
   if (reason == QSystemTrayIcon::Context && RightClick) RightClick();
 }
 
