@@ -1,10 +1,10 @@
 #include "timetools/frmDingPeriod.h"
 
+#include "shell/ChooseFile.h"
 #include "shell/Texts.h"
 #include "shell/VoiceDialog.h"
 #include "shell/cSetting.h"
 #include "shell/cStandardEditBox.h"
-#include "shell/ChooseFile.h"
 
 #include <QCheckBox>
 #include <QGridLayout>

@@ -1,11 +1,11 @@
 #include "timetools/frmLapTime.h"
 
 #include "platform/WholeFile.h"
+#include "shell/ChooseFile.h"
 #include "shell/TextControls.h"
 #include "shell/Texts.h"
 #include "shell/VoiceDialog.h"
 #include "shell/cStandardEditBox.h"
-#include "shell/ChooseFile.h"
 
 #include <QLabel>
 #include <QLineEdit>
