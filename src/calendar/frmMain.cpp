@@ -18,6 +18,7 @@
 #include <QTimer>
 
 #include <algorithm>
+#include <array>
 #include <limits>
 #include <utility>
 
@@ -74,6 +75,7 @@ bool frmMain::Load() {
   StartServices();
   CheckStore();
   setting_.Init(paths_.Settings, QString(), look_.FamilyFolderWithSlash());
+  ChooseSpeaker();
   PaintControls();
   if (TellIfSecond()) return false;
   SetCaption(tr("Talník"));
@@ -81,6 +83,14 @@ bool frmMain::Load() {
   StartOutside();
   ShowFirst();
   return true;
+}
+
+void frmMain::ChooseSpeaker() {
+  using Speaker = Voice::Speaker;
+  constexpr std::array speakers = {Speaker::Own, Speaker::Reader, Speaker::Automatic};
+  const auto chosen = static_cast<std::size_t>(setting_.Speaker);
+  if (platform_.voice)
+    platform_.voice->ChooseSpeaker(chosen < speakers.size() ? speakers.at(chosen) : Speaker::Automatic);
 }
 
 /// The speech is there before the store is checked, so that what is wrong with it is heard.

@@ -117,6 +117,7 @@ class frmMain : public QMainWindow, private TickHost {
 
   // Start (frmMain.cpp).
   void StartServices();
+  void ChooseSpeaker();
   void CheckStore();
   /// Runs a statement of the user's; a failure is told.
   bool Write(const Statement& statement);

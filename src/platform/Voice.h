@@ -13,6 +13,8 @@ class Voice {
   };
   enum class Urgency { Text, Important };
   enum class Support { Unknown, There, Missing };
+  /// Who speaks, as the user chooses: this program, the screen reader, or the screen reader while one is running.
+  enum class Speaker { Own, Reader, Automatic };
 
   virtual ~Voice() = default;
 
@@ -29,6 +31,9 @@ class Voice {
 
   /// True from the call of Speak until the text has been said to its end, cut or given up.
   virtual bool IsSpeaking() const = 0;
+
+  /// A voice that knows of no screen reader speaks by itself, whatever is chosen.
+  virtual void ChooseSpeaker(Speaker /*speaker*/) {}
 };
 
 }  // namespace talnik

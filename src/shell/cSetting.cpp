@@ -52,6 +52,7 @@ void cSetting::Init(const QString& primaryPath, const QString& secondaryPath, co
   Volume = GetInt(VoiceSection, u"Volume"_qs, u"50"_qs);
   Rate = GetInt(VoiceSection, u"Rate"_qs, u"0"_qs);
   Pitch = GetInt(VoiceSection, u"Pith"_qs, u"0"_qs);
+  Speaker = GetInt(VoiceSection, u"Speaker"_qs, u"2"_qs);
   User = GetStr(ApplicationSection, u"User"_qs, QString());
   Pass = GetStr(ApplicationSection, u"GoogleLoginPassword"_qs, QString());
   AlarmSndFile = sound(u"AlarmSndFile"_qs, u"alarm.wav"_qs);

@@ -30,6 +30,7 @@ class cSetting {
   int Volume = 50;
   int Rate = 0;
   int Pitch = 0;
+  int Speaker = 2;  ///< 0 our own voice, 1 the screen reader, 2 the screen reader while one is running
   QString User;
   QString Pass;
   QString AlarmSndFile;

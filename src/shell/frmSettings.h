@@ -6,7 +6,6 @@
 
 class QCheckBox;
 class QComboBox;
-class QFrame;
 class QGridLayout;
 class QHBoxLayout;
 class QLabel;
@@ -28,8 +27,8 @@ class frmSettings : public Form {
   void Open();
 
   QTabBar* TabStrip1 = nullptr;
-  QFrame* tab1 = nullptr;
-  QFrame* tab2 = nullptr;
+  QWidget* tab1 = nullptr;
+  QWidget* tab2 = nullptr;
 
   QCheckBox* chkStartUp = nullptr;
   QLabel* lblHotKey = nullptr;
@@ -64,10 +63,10 @@ class frmSettings : public Form {
   void BuildGeneral();
   void BuildGoogle();
   void BuildButtons(QGridLayout* grid);
-  QCheckBox* MakeCheck(QFrame* tab, const char* name, const QString& caption);
-  QLineEdit* MakeField(QFrame* tab, const char* name, QLabel*& label, const QString& caption,
+  QCheckBox* MakeCheck(QWidget* tab, const char* name, const QString& caption);
+  QLineEdit* MakeField(QWidget* tab, const char* name, QLabel*& label, const QString& caption,
                        QPushButton* beside = nullptr);
-  QComboBox* MakeList(QFrame* tab, const char* name, QLabel* label, const QStringList& lines);
+  QComboBox* MakeList(QWidget* tab, const char* name, QLabel* label, const QStringList& lines);
   QPushButton* MakeButton(QWidget* parent, const char* name, const QString& caption);
   void ReadOnFocus(QLineEdit* field, const QLabel* label);
 

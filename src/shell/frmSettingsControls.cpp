@@ -22,8 +22,8 @@ constexpr int LongestValue = 1023;
 constexpr int OrdinaryText = 0;
 constexpr int PasswordText = 3;
 
-QFrame* MakeTab(QStackedWidget* pages, const QString& name) {
-  auto* tab = new QFrame;
+QWidget* MakeTab(QStackedWidget* pages, const QString& name) {
+  auto* tab = new QWidget;
   NameControl(tab, name);
   pages->addWidget(tab);
   auto* grid = new QGridLayout(tab);
@@ -32,7 +32,7 @@ QFrame* MakeTab(QStackedWidget* pages, const QString& name) {
   return tab;
 }
 
-QGridLayout* GridOf(QFrame* tab) {
+QGridLayout* GridOf(QWidget* tab) {
   return static_cast<QGridLayout*>(tab->layout());
 }
 
@@ -69,7 +69,7 @@ void frmSettings::BuildGeneral() {
   NameControl(lblNewAlarm, u"lblNewAlarm"_qs);
   cmbNewAlarm = MakeList(tab1, "cmbNewAlarm", lblNewAlarm, NewAlarmTexts());
   cmbExitMode = MakeList(tab1, "cmbExitMode", nullptr, ExitModeTexts());
-  cmbExitMode->setAccessibleName(tr("Chování při uzavření"));
+  LabelUnseen(cmbExitMode, tr("Chování při uzavření"));
   cmdTimeOutSnd = MakeButton(tab1, "cmdTimeOutSnd", tr("Procházet..."));
   txtTimeOutSnd = MakeField(tab1, "txtTimeOutSnd", lblTimeOutSnd, tr("Zvuk pro minutník:"), cmdTimeOutSnd);
   chkRepeatTimeout = MakeCheck(tab1, "chkRepeatTimeout", tr("Opakovat zvuk minutníku"));
@@ -105,7 +105,7 @@ void frmSettings::BuildButtons(QGridLayout* grid) {
   grid->addWidget(cmdCancel, 2, 1);
 }
 
-QCheckBox* frmSettings::MakeCheck(QFrame* tab, const char* name, const QString& caption) {
+QCheckBox* frmSettings::MakeCheck(QWidget* tab, const char* name, const QString& caption) {
   auto* check = new QCheckBox(caption, tab);
   NameControl(check, QString::fromLatin1(name));
   LetButtonSpeak(check, events(), speech(), title_);
@@ -113,7 +113,7 @@ QCheckBox* frmSettings::MakeCheck(QFrame* tab, const char* name, const QString& 
   return check;
 }
 
-QLineEdit* frmSettings::MakeField(QFrame* tab, const char* name, QLabel*& label, const QString& caption,
+QLineEdit* frmSettings::MakeField(QWidget* tab, const char* name, QLabel*& label, const QString& caption,
                                   QPushButton* beside) {
   const QString fieldName = QString::fromLatin1(name);
   label = new QLabel(caption, tab);
@@ -133,7 +133,7 @@ QLineEdit* frmSettings::MakeField(QFrame* tab, const char* name, QLabel*& label,
   return field;
 }
 
-QComboBox* frmSettings::MakeList(QFrame* tab, const char* name, QLabel* label, const QStringList& lines) {
+QComboBox* frmSettings::MakeList(QWidget* tab, const char* name, QLabel* label, const QStringList& lines) {
   auto* list = new QComboBox(tab);
   NameControl(list, QString::fromLatin1(name));
   list->addItems(lines);

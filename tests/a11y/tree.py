@@ -14,7 +14,8 @@ INSIDE = {pyatspi.ROLE_LIST_ITEM, pyatspi.ROLE_TABLE_CELL, pyatspi.ROLE_MENU_ITE
           pyatspi.ROLE_CHECK_MENU_ITEM, pyatspi.ROLE_TREE_ITEM}
 # What only holds other things, or nothing.
 FRAMES = {pyatspi.ROLE_FILLER, pyatspi.ROLE_PANEL, pyatspi.ROLE_SCROLL_PANE, pyatspi.ROLE_VIEWPORT,
-          pyatspi.ROLE_SCROLL_BAR, pyatspi.ROLE_SEPARATOR, pyatspi.ROLE_MENU_BAR, pyatspi.ROLE_GROUPING}
+          pyatspi.ROLE_SCROLL_BAR, pyatspi.ROLE_SEPARATOR, pyatspi.ROLE_MENU_BAR, pyatspi.ROLE_GROUPING,
+          pyatspi.ROLE_LAYERED_PANE}
 LEAVES = {pyatspi.ROLE_COMBO_BOX, pyatspi.ROLE_LIST, pyatspi.ROLE_TEXT, pyatspi.ROLE_SPIN_BUTTON}
 PATIENCE = 15
 

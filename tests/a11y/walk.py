@@ -207,6 +207,7 @@ WINDOWS = [
     ("hour announcements", ["Čas", "Oznamovat"]), ("go to a day", ["Datum", "Přejít"]),
     ("search a name", ["Datum", "Hledej svátek"]), ("date of the system", ["Datum", "Nastavit datum"]),
     ("open a file", ["Talník", "Import", "Soubor"]), ("save a file", ["Talník", "Export", "Soubor"]),
+    ("settings", ["Talník", "Nastavení programu"]), ("settings of the account", ["Talník", "Nastavení účtu"]),
     ("message", ["Nápověda", "O programu"]),
 ]
 

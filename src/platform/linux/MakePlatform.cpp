@@ -6,9 +6,14 @@
 #include "platform/linux/IniProfile.h"
 #include "platform/linux/LinuxShell.h"
 #include "platform/linux/LocaleCodePage.h"
+#include "platform/linux/OneVoice.h"
 #include "platform/linux/PulseRecorder.h"
 #include "platform/linux/PulseSound.h"
 #include "platform/linux/QtTrayIcon.h"
+#include "platform/linux/ReaderBus.h"
+#include "platform/linux/ReaderFocus.h"
+#include "platform/linux/ReaderVoice.h"
+#include "platform/linux/ReaderWatch.h"
 #include "platform/linux/SocketInstance.h"
 #include "platform/linux/SocketMailbox.h"
 #include "platform/linux/SpeechdVoice.h"
@@ -32,7 +37,9 @@ std::unique_ptr<Interface> Choose(const char* variable) {
 
 Platform MakePlatform() {
   Platform platform;
-  platform.voice = Choose<Voice, SpeechdVoice, NoneVoice>("TALNIK_VOICE");
+  platform.voice = std::make_unique<OneVoice>(Choose<Voice, SpeechdVoice, NoneVoice>("TALNIK_VOICE"),
+                                              std::make_unique<ReaderVoice>(LookAtFocus, TellReader),
+                                              std::make_unique<ReaderWatch>(QDBusConnection::sessionBus()));
   platform.braille = Choose<Braille, BrlapiBraille, NoneBraille>("TALNIK_BRAILLE");
   platform.sound = Choose<Sound, PulseSound, NoneSound>("TALNIK_SOUND");
   platform.recorder = Choose<Recorder, PulseRecorder, NoneRecorder>("TALNIK_SOUND");
