@@ -138,7 +138,10 @@ void Form::TakeRoom() {
     layout()->activate();
     const QSize needed = minimumSizeHint();
     const QSize room = RoomOnScreen(*this).size();
-    if (needed.width() > room.width() || needed.height() > room.height()) PutIntoScrollArea(this);
+    if (needed.width() > room.width() || needed.height() > room.height()) {
+      PutIntoScrollArea(this);
+      resize(room);
+    }
   }
   FitToScreen();
 }

@@ -63,6 +63,11 @@ void frmSettings::BuildGeneral() {
   cmdDelHotKey = MakeButton(tab1, "cmdDelHotKey", tr("Smazat horkou klávesu"));
   grid->addWidget(cmdDelHotKey, grid->rowCount(), 0, 1, 3);
   txtAlarmLoop = MakeField(tab1, "txtAlarmLoop", lblAlarmLoop, tr("Opakovat zvuk alarmu (0 = stále)"));
+  // The longest of the labels before the shortest of the values.
+  grid->removeWidget(lblAlarmLoop);
+  grid->removeWidget(txtAlarmLoop);
+  grid->addWidget(lblAlarmLoop, grid->rowCount() - 1, 0, 1, 2);
+  grid->addWidget(txtAlarmLoop, grid->rowCount() - 1, 2);
   cmdAlarmSnd = MakeButton(tab1, "cmdAlarmSnd", tr("Procházet..."));
   txtAlarmSnd = MakeField(tab1, "txtAlarmSnd", lblAlarmSnd, tr("Zvuk alarmu:"), cmdAlarmSnd);
   lblNewAlarm = new QLabel(tr("Alarm pro nový záznam:"), tab1);
@@ -122,11 +127,12 @@ QLineEdit* frmSettings::MakeField(QWidget* tab, const char* name, QLabel*& label
   NameControl(field, fieldName);
   field->setMaxLength(LongestValue);
   label->setBuddy(field);
-  const int row = GridOf(tab)->rowCount();
-  GridOf(tab)->addWidget(label, row, 0);
-  GridOf(tab)->addWidget(field, row, 1, 1, beside ? 1 : 2);
+  QGridLayout* grid = GridOf(tab);
+  const int row = grid->rowCount();
+  grid->addWidget(label, row, 0);
+  grid->addWidget(field, row, 1, 1, beside ? 1 : 2);
   if (beside) {
-    GridOf(tab)->addWidget(beside, row, 2);
+    grid->addWidget(beside, row, 2);
     setTabOrder(field, beside);
   }
   connect(field, &QLineEdit::inputRejected, this, [this] { speech().Signal(Speech::Refused); });
