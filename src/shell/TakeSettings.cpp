@@ -14,10 +14,6 @@ namespace talnik {
 
 namespace {
 
-QString Words(const char* text) {
-  return QCoreApplication::translate("frmSettings", text);
-}
-
 /// The settings that the dialog changes.
 struct Chosen {
   QString AlarmSndFile, TimeOutSndFile, User;
@@ -73,11 +69,12 @@ SettingsRefusal TakeSettings(const SettingsInput& input, cSetting& setting, Sett
   const bool startedUp = host.shell.AutostartIsOn();
   for (const auto& [path, old, control] : {std::tuple(input.alarmSndFile, before.AlarmSndFile, "txtAlarmSnd"),
                                            std::tuple(input.timeOutSndFile, before.TimeOutSndFile, "txtTimeOutSnd")}) {
-    if (IsNoSound(path, old)) return {Words("Zvukový soubor nebyl nalezen: ") + path, control};
+    if (IsNoSound(path, old))
+      return {QCoreApplication::translate("frmSettings", "Zvukový soubor nebyl nalezen: ") + path, control};
   }
   if (!SetAutostart(host.shell, input.startUp)) {
     SetAutostart(host.shell, startedUp);
-    return {Words("Spuštění po startu nelze nastavit."), "chkStartUp"};
+    return {QCoreApplication::translate("frmSettings", "Spuštění po startu nelze nastavit."), "chkStartUp"};
   }
   const bool newHotKey = input.newHotKey != before.HotKeyCall;
   if (newHotKey && !host.keyboardHook.Watch(input.newHotKey)) {
@@ -90,13 +87,14 @@ SettingsRefusal TakeSettings(const SettingsInput& input, cSetting& setting, Sett
     Put(before, setting, host);
     if (newHotKey) host.keyboardHook.Watch(before.HotKeyCall);
     SetAutostart(host.shell, startedUp);
-    return {Words("Nastavení nelze zapsat: ") + setting.PrimaryPath(), "cmdOK"};
+    return {QCoreApplication::translate("frmSettings", "Nastavení nelze zapsat: ") + setting.PrimaryPath(), "cmdOK"};
   }
   if (!input.passwordChanged) return {};
   host.state.SettingsCancelled = false;
   QString reason;
   if (host.handOver(input.password, reason)) return {};
-  return {Words("Nastavení je uloženo, heslo se ale nepodařilo předat. ") + reason, "txtGoogleLoginPassword"};
+  return {QCoreApplication::translate("frmSettings", "Nastavení je uloženo, heslo se ale nepodařilo předat. ") + reason,
+          "txtGoogleLoginPassword"};
 }
 
 }  // namespace talnik
