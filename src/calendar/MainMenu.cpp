@@ -174,9 +174,8 @@ QHash<QString, QAction*> BuildMainMenu(QMenuBar& bar, const std::function<void(c
   for (const MenuEntry& entry : MainMenuEntries()) {
     const QString name = QString::fromLatin1(entry.name);
     QAction* action = actions.value(name);
-    if (entry.state == State::NotBuilt) action->setEnabled(false);
     if (entry.state == State::Hidden) action->setVisible(false);
-    if (entry.state != State::Ready && entry.state != State::NotBuilt) continue;
+    if (entry.state != State::Ready) continue;
     QObject::connect(action, &QAction::triggered, &bar, [run, name] { run(name); });
   }
   return actions;

@@ -14,10 +14,9 @@ namespace talnik {
 /// One entry of the main menu.
 struct MenuEntry {
   enum class State {
-    Group,     ///< opens a submenu
-    Ready,     ///< a command
-    NotBuilt,  ///< a command whose part of the program does not exist yet: shown, but not to be chosen
-    Hidden,    ///< not shown
+    Group,   ///< opens a submenu
+    Ready,   ///< a command
+    Hidden,  ///< not shown
     Separator
   };
 
