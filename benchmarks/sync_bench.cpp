@@ -105,7 +105,8 @@ class Bench {
       GoogleMerge merge(*store_, kPrague, kNow);
       ExchangeLines lines(text);
       while (!lines.AtEnd()) merge.ImportDataGoogle(lines.Next().toString());
-      if (merge.Failed() || (merge.RebuildFlag() && !RebuildOccurrences(*store_, merge.ForRebuild()))) return false;
+      if (!merge.LinesTaken() || (merge.RebuildFlag() && !RebuildOccurrences(*store_, merge.ForRebuild())))
+        return false;
       return merge.DeleteMissingEvents();
     });
     if (!kept) qFatal("not merged");

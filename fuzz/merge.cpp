@@ -16,7 +16,7 @@ const Date& Today() {
 bool Apply(GoogleMerge& merge, Store& store, const QString& text) {
   ExchangeLines lines(text);
   while (!lines.AtEnd()) merge.ImportDataGoogle(lines.Next().toString());
-  return !merge.Failed() && (!merge.RebuildFlag() || RebuildOccurrences(store, merge.ForRebuild())) &&
+  return merge.LinesTaken() && (!merge.RebuildFlag() || RebuildOccurrences(store, merge.ForRebuild())) &&
          merge.DeleteMissingEvents();
 }
 

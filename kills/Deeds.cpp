@@ -150,7 +150,7 @@ bool Deeds::Merge() {
   return store_.InTransaction([&] {
     GoogleMerge merge(store_, Time().biases, Time().now);
     for (const QString& line : theirs) merge.ImportDataGoogle(line);
-    return !merge.Failed() && (!merge.RebuildFlag() || RebuildOccurrences(store_, merge.ForRebuild())) &&
+    return merge.LinesTaken() && (!merge.RebuildFlag() || RebuildOccurrences(store_, merge.ForRebuild())) &&
            merge.DeleteMissingEvents();
   });
 }

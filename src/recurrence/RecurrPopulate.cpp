@@ -7,17 +7,6 @@
 
 namespace talnik {
 
-void SyncIdList::AddSyncId(const QString& id) {
-  if (known_.contains(id)) return;
-  known_.insert(id);
-  ids_.append(id);
-}
-
-void SyncIdList::Clear() {
-  ids_.clear();
-  known_.clear();
-}
-
 bool RecurrPopulate(const AddRow& add, const SpawnSeries& series, bool& addFirst, const SpawnTime& time) {
   if (!HasRule(series.rule)) return true;
   const SpawnedRows rows(series, addFirst, time.now);

@@ -6,7 +6,6 @@
 
 #include <QSet>
 #include <QString>
-#include <QStringList>
 
 #include <functional>
 #include <optional>
@@ -16,17 +15,16 @@ namespace talnik {
 
 class Store;
 
-/// The ids named during one synchronisation, in order, each once.
+/// The ids named during one synchronisation.
 class SyncIdList {
  public:
-  void AddSyncId(const QString& id);
-  bool Contains(const QString& id) const { return known_.contains(id); }
-  const QStringList& Ids() const { return ids_; }
-  void Clear();
+  void AddSyncId(const QString& id) { ids_.insert(id); }
+  bool Contains(const QString& id) const { return ids_.contains(id); }
+  const QSet<QString>& Ids() const { return ids_; }
+  void Clear() { ids_.clear(); }
 
  private:
-  QStringList ids_;
-  QSet<QString> known_;
+  QSet<QString> ids_;
 };
 
 /// The events of series, carried through a rebuild or a change of rule.

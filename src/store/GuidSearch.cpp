@@ -17,8 +17,11 @@ constexpr std::size_t kMostLengths = 4;
 
 constexpr std::uint32_t kHashBase = 16777619;
 
-/// Letter by letter, so that parts keep their length.
+/// Letter by letter, so that parts keep their length. Where nothing is to be folded the text is shared.
 QString Folded(QString text) {
+  const QString& given = text;
+  const auto isFolded = [](QChar letter) { return letter == letter.toCaseFolded(); };
+  if (std::all_of(given.cbegin(), given.cend(), isFolded)) return text;
   std::transform(text.begin(), text.end(), text.begin(), [](QChar letter) { return letter.toCaseFolded(); });
   return text;
 }

@@ -25,7 +25,9 @@ class GuidSearch {
   struct Part {
     std::uint32_t hash;
     std::uint32_t place;  ///< in guids_
-    friend auto operator<=>(const Part&, const Part&) = default;
+    /// Compared as one number: there are many to sort.
+    std::uint64_t Rank() const { return (std::uint64_t{hash} << 32) | place; }
+    friend bool operator<(const Part& a, const Part& b) { return a.Rank() < b.Rank(); }
   };
   /// Sorted runs, each more than twice as long as the next.
   using Parts = std::vector<std::vector<Part>>;

@@ -3,39 +3,33 @@
 #include "store/Store.h"
 
 #include <algorithm>
-#include <vector>
+#include <utility>
 
 namespace talnik {
 
-namespace {
-
-struct StoredIndex {
-  QString name;
-  QString sql;
-};
-
-std::vector<StoredIndex> StoredIndexes(Store& store) {
-  std::vector<StoredIndex> indexes;
-  const QString sql =
+bool IndexesAside::PutAside() {
+  QStringList drops;
+  const QString stored =
       u"SELECT name,sql FROM sqlite_schema WHERE type='index' AND tbl_name='schedule' AND sql IS NOT NULL"_qs;
-  store.ForEachRow({sql, {}}, [&indexes](const StoreRow& row) {
-    indexes.push_back({row.Text(0), row.Text(1)});
+  const bool read = store_.ForEachRow({stored, {}}, [&](const StoreRow& row) {
+    drops << u"DROP INDEX \""_qs + row.Text(0) + u'"';
+    sql_ << row.Text(1);
     return true;
   });
-  return indexes;
+  return read && std::all_of(drops.begin(), drops.end(), [this](const QString& sql) {
+           return store_.Execute({sql, {}});
+         });
 }
 
-}  // namespace
+bool IndexesAside::MakeAgain() {
+  const QStringList sql = std::exchange(sql_, {});
+  return std::all_of(sql.begin(), sql.end(), [this](const QString& index) { return store_.Execute({index, {}}); });
+}
 
 bool WithoutIndexes(Store& store, const std::function<bool()>& work) {
   return store.InTransaction([&] {
-    const std::vector<StoredIndex> indexes = StoredIndexes(store);
-    const auto drop = [&store](const StoredIndex& index) {
-      return store.Execute({u"DROP INDEX \""_qs + index.name + u'"', {}});
-    };
-    const auto make = [&store](const StoredIndex& index) { return store.Execute({index.sql, {}}); };
-    return std::all_of(indexes.begin(), indexes.end(), drop) && work() &&
-           std::all_of(indexes.begin(), indexes.end(), make);
+    IndexesAside indexes(store);
+    return indexes.PutAside() && work() && indexes.MakeAgain();
   });
 }
 

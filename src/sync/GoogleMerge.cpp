@@ -3,14 +3,11 @@
 #include "dates/UtcStamp.h"
 #include "store/Store.h"
 #include "store/Text.h"
-#include "store/WithoutIndexes.h"
 #include "sync/GoogleLine.h"
 
 #include <QLoggingCategory>
 
 #include <algorithm>
-#include <tuple>
-#include <vector>
 
 namespace talnik {
 
@@ -27,16 +24,6 @@ QString WithoutBlanksBehind(const QString& text) {
   while (size > 0 && text[size - 1] == u' ') --size;
   return text.left(size);
 }
-
-/// A row that no line has named.
-struct UnnamedRow {
-  qint64 key;
-  std::optional<Date> start;
-  std::optional<int> status;
-  QString guid;
-  QString title;
-  bool hasAlarm;
-};
 
 }  // namespace
 
@@ -80,34 +67,30 @@ ImportResult GoogleMerge::ImportDataGoogle(const QString& text) {
 /// Applies a line of a deleted record. With the last visible row of its series the series goes.
 void GoogleMerge::Remove(const GoogleLine& line) {
   if (!MakeTombstones(line, table_.OfSeries(line.seriesId))) return;
-  const std::vector<MergeTable::Row*> rows = table_.OfSeries(line.seriesId);
-  const bool anyVisible = std::any_of(rows.begin(), rows.end(), [](const MergeTable::Row* row) {
-    return row->record.status && *row->record.status < StatusDeleted;
-  });
+  const MergeTable::Rows rows = table_.OfSeries(line.seriesId);
+  const bool anyVisible = std::any_of(
+      rows.begin(), rows.end(), [](const MergeTable::Row* row) { return row->status && *row->status < StatusDeleted; });
   if (!anyVisible) {
     for (MergeTable::Row* row : rows) {
-      alarmsTouched_ = alarmsTouched_ || row->record.alarmtime;
+      alarmsTouched_ = alarmsTouched_ || row->alarm;
       if (!Kept(table_.Delete(*row))) return;
     }
   }
   AddSyncId(line.id);
 }
 
-bool GoogleMerge::MakeTombstones(const GoogleLine& line, const std::vector<MergeTable::Row*>& rows) {
+bool GoogleMerge::MakeTombstones(const GoogleLine& line, const MergeTable::Rows& rows) {
   const auto exceptionTime = CDate(line.exceptionTime, now_);
   if (!exceptionTime) return true;
   // A row without a moment of its own is judged by that of the row before it.
   std::optional<Date> reference;
   for (MergeTable::Row* row : rows) {
-    if (!row->record.status || row->record.status == StatusRoot) continue;
-    if (row->record.reftime) reference = row->record.reftime;
-    if (reference != exceptionTime || row->record.status == StatusDeleted) continue;
+    if (!row->status || row->status == StatusRoot) continue;
+    if (row->reference) reference = row->reference;
+    if (reference != exceptionTime || row->status == StatusDeleted) continue;
     qCDebug(mergeTrace).noquote() << "Talnik.SetDel " << line.id;
-    alarmsTouched_ = alarmsTouched_ || row->record.alarmtime;
-    ScheduleRecord tombstone = row->record;
-    tombstone.guid = line.id;
-    tombstone.status = StatusDeleted;
-    if (!Kept(table_.Update(*row, tombstone))) return false;
+    alarmsTouched_ = alarmsTouched_ || row->alarm;
+    if (!Kept(table_.MakeTombstone(*row, line.id))) return false;
     Log(&SyncTally::RemovedCount, u"Del:"_qs + line.title + u' ' + line.id + u' ' + line.start);
   }
   return true;
@@ -115,19 +98,16 @@ bool GoogleMerge::MakeTombstones(const GoogleLine& line, const std::vector<Merge
 
 /// Applies a line to a row of the same guid. False when it is not the line's row.
 bool GoogleMerge::Match(MergeTable::Row& row, GoogleLine& line) {
-  const int status = row.record.status.value_or(StatusSingle);
+  const int status = row.status.value_or(StatusSingle);
   if (status == line.status) {
-    qCDebug(mergeTrace).noquote() << "Talnik.Found " << row.record.guid << " status:" << status;
+    qCDebug(mergeTrace).noquote() << "Talnik.Found " << row.guid->text << " status:" << status;
     TakeStartFromRule(line);
     Change(row, line);
     return true;
   }
   if (line.status != StatusRoot || status != StatusSingle) return false;
   qCDebug(mergeTrace).noquote() << "Talnik.ChangedEvent from single to Rule " << line.rule;
-  ScheduleRecord root = row.record;
-  root.status = StatusRoot;
-  root.recur = line.rule;
-  if (Kept(table_.Update(row, root))) rebuild_ = true;
+  if (Kept(table_.MakeRoot(row, line.rule))) rebuild_ = true;
   return true;
 }
 
@@ -140,8 +120,8 @@ void GoogleMerge::TakeStartFromRule(GoogleLine& line) const {
   line.stamp = ToUtcStamp(line.ruleStart, biases_, now_);
 }
 
-/// Brings a record to what the line says and tells what has changed; what cannot be read changes nothing.
-QString GoogleMerge::ChangesOf(const GoogleLine& line, ScheduleRecord& record) const {
+/// Brings a row to what the line says and tells what has changed; what cannot be read changes nothing.
+QString GoogleMerge::ChangesOf(const GoogleLine& line, MergeTable::Row& row) const {
   QString changes;
   const auto change = [&](const QString& what, const QString& value) { changes += what + value + u", "_qs; };
   const auto changeMoment = [&](std::optional<Date>& moment, const QString& what, const QString& value) {
@@ -150,31 +130,30 @@ QString GoogleMerge::ChangesOf(const GoogleLine& line, ScheduleRecord& record) c
     moment = wanted;
     change(what, value);
   };
-  if (WithoutBlanksBehind(record.appointment) != line.title) {
-    record.appointment = line.title;
+  if (WithoutBlanksBehind(row.title) != line.title) {
+    row.title = line.title;
     change(u" jméno: "_qs, line.title);
   }
-  changeMoment(record.apptime, u" čas počátku: "_qs, line.start);
-  qCDebug(mergeTrace).noquote() << "Talnik.Update.EndTime " << line.end << " d.:" << OptionalMoment(record.appdur);
-  changeMoment(record.appdur, u" čas ukončení: "_qs, line.end);
-  qCDebug(mergeTrace).noquote() << "Talnik.Update.AlarmTime " << line.alarm
-                                << " d.:" << OptionalMoment(record.alarmtime);
+  changeMoment(row.start, u" čas počátku: "_qs, line.start);
+  qCDebug(mergeTrace).noquote() << "Talnik.Update.EndTime " << line.end << " d.:" << OptionalMoment(row.end);
+  changeMoment(row.end, u" čas ukončení: "_qs, line.end);
+  qCDebug(mergeTrace).noquote() << "Talnik.Update.AlarmTime " << line.alarm << " d.:" << OptionalMoment(row.alarm);
   if (!line.alarm.isEmpty()) {
-    changeMoment(record.alarmtime, u" alarm: "_qs, line.alarm);
-  } else if (record.alarmtime) {
-    record.alarmtime.reset();
+    changeMoment(row.alarm, u" alarm: "_qs, line.alarm);
+  } else if (row.alarm) {
+    row.alarm.reset();
     change(u" alarm: "_qs, QString());
   }
   return changes;
 }
 
 void GoogleMerge::Change(MergeTable::Row& row, const GoogleLine& line) {
-  ScheduleRecord changed = row.record;
+  MergeTable::Row changed = row;
   const QString changes = ChangesOf(line, changed);
   if (changes.isEmpty()) return;
-  alarmsTouched_ = alarmsTouched_ || row.record.alarmtime || changed.alarmtime;
+  alarmsTouched_ = alarmsTouched_ || row.alarm || changed.alarm;
   if (!Kept(table_.Update(row, changed))) return;
-  Log(&SyncTally::ChangedCount, u"Upraveno: "_qs + line.title + changes + u' ' + row.record.guid);
+  Log(&SyncTally::ChangedCount, u"Upraveno: "_qs + line.title + changes + u' ' + row.guid->text);
 }
 
 ScheduleRecord GoogleMerge::RecordOf(const GoogleLine& line) const {
@@ -205,36 +184,28 @@ ImportResult GoogleMerge::Add(GoogleLine& line) {
   return line.hasAlarm ? AlarmAdded : RowAdded;
 }
 
+bool GoogleMerge::LinesTaken() {
+  return !failed_ && Kept(table_.Finish());
+}
+
+SpawnTime GoogleMerge::ForRebuild() {
+  rebuilt_ = true;
+  return {.now = now_, .biases = biases_, .ids = &spawned_};
+}
+
 bool GoogleMerge::DeleteMissingEvents() {
-  if (failed_) return false;
-  std::vector<UnnamedRow> unnamed;
-  std::size_t rows = 0;
-  const Statement all{u"SELECT rowid,guid,status,apptime,alarmtime,appointment FROM schedule"_qs, {}};
-  const bool read = store_.ForEachRow(all, [&](const StoreRow& row) {
-    ++rows;
-    const QString guid = StripAtNul(row.Text(1));
-    if (ids_.Contains(guid)) return true;
-    const auto status = row.IsNull(2) ? std::nullopt : std::optional(static_cast<int>(row.Number(2)));
-    unnamed.push_back({row.Number(0), row.Moment(3), status, guid, row.Text(5), !row.IsNull(4)});
-    return true;
-  });
-  if (!Kept(read)) return false;
-  std::sort(unnamed.begin(), unnamed.end(), [](const UnnamedRow& a, const UnnamedRow& b) {
-    return std::tie(a.start, a.status, a.key) < std::tie(b.start, b.status, b.key);
-  });
-  const auto remove = [this](const UnnamedRow& row) {
-    qCDebug(mergeTrace).noquote() << "-Talnik.Del " << row.guid << " t:" << row.title;
-    if (!store_.Execute({u"DELETE FROM schedule WHERE rowid=?"_qs, {row.key}})) return false;
-    alarmsTouched_ = alarmsTouched_ || row.hasAlarm;
-    if (row.status == StatusDeleted || row.status == StatusOccurrence) return true;
-    Log(&SyncTally::RemovedCount, u"Smazáno: "_qs + row.title + u' ' + OptionalMoment(row.start) + u' ' + row.guid);
-    return true;
-  };
-  const auto removeAll = [&] { return std::all_of(unnamed.begin(), unnamed.end(), remove); };
-  // Where most rows go, it is cheaper to make the indexes anew than to keep them at every row.
-  constexpr std::size_t few = 5000;
-  const bool most = unnamed.size() >= few && unnamed.size() >= rows / 3;
-  return Kept(most ? WithoutIndexes(store_, removeAll) : store_.InTransaction(removeAll));
+  if (!LinesTaken() || !Ready()) return false;
+  for (const QString& id : spawned_.Ids()) AddSyncId(id);
+  if (rebuilt_ && !Kept(table_.Read())) return false;
+  for (MergeTable::Row* row : table_.Unnamed()) {
+    qCDebug(mergeTrace).noquote() << "-Talnik.Del " << row->guid->text << " t:" << row->title;
+    if (!Kept(table_.Delete(*row))) return false;
+    alarmsTouched_ = alarmsTouched_ || row->alarm;
+    if (row->status == StatusDeleted || row->status == StatusOccurrence) continue;
+    Log(&SyncTally::RemovedCount,
+        u"Smazáno: "_qs + row->title + u' ' + OptionalMoment(row->start) + u' ' + row->guid->text);
+  }
+  return LinesTaken();
 }
 
 }  // namespace talnik

@@ -30,7 +30,7 @@ enum ImportResult {
 ///     store.InTransaction([&] {
 ///       GoogleMerge merge(store, biases, now);
 ///       for (each line) merge.ImportDataGoogle(line);
-///       if (merge.Failed()) return false;
+///       if (!merge.LinesTaken()) return false;
 ///       if (merge.RebuildFlag() && !RebuildOccurrences(store, merge.ForRebuild())) return false;
 ///       return merge.DeleteMissingEvents();
 ///     });
@@ -44,28 +44,29 @@ class GoogleMerge {
 
   /// Applies one line. No line may follow a rebuild.
   ImportResult ImportDataGoogle(const QString& text);
+  /// Due behind the last line. False when the store failed there or before.
+  bool LinesTaken();
   /// Deletes every row whose identity was not named. False when the store failed.
   bool DeleteMissingEvents();
   /// Names an identity that is to stay.
-  void AddSyncId(const QString& id) { ids_.AddSyncId(id); }
+  void AddSyncId(const QString& id) { table_.Name(id); }
 
-  bool Failed() const { return failed_; }
   /// A new root or a new rule has come: RebuildOccurrences is due.
   bool RebuildFlag() const { return rebuild_; }
   /// A row with an alarm time was changed or deleted, whatever the lines returned.
   bool AlarmsTouched() const { return alarmsTouched_; }
   const SyncTally& Tally() const { return tally_; }
   /// The time with which a rebuild names what it spawns. It may not outlive the merge.
-  SpawnTime ForRebuild() { return {.now = now_, .biases = biases_, .ids = &ids_}; }
+  SpawnTime ForRebuild();
 
  private:
   bool Ready();
   bool Kept(bool written);
   void Remove(const GoogleLine& line);
-  bool MakeTombstones(const GoogleLine& line, const std::vector<MergeTable::Row*>& rows);
+  bool MakeTombstones(const GoogleLine& line, const MergeTable::Rows& rows);
   bool Match(MergeTable::Row& row, GoogleLine& line);
   void TakeStartFromRule(GoogleLine& line) const;
-  QString ChangesOf(const GoogleLine& line, ScheduleRecord& record) const;
+  QString ChangesOf(const GoogleLine& line, MergeTable::Row& row) const;
   void Change(MergeTable::Row& row, const GoogleLine& line);
   ScheduleRecord RecordOf(const GoogleLine& line) const;
   ImportResult Add(GoogleLine& line);
@@ -75,11 +76,12 @@ class GoogleMerge {
   ZoneBiases biases_;
   Date now_;
   MergeTable table_;
-  SyncIdList ids_;
+  SyncIdList spawned_;  ///< by the rebuild
   SyncTally tally_;
   bool read_ = false;
   bool failed_ = false;
   bool rebuild_ = false;
+  bool rebuilt_ = false;
   bool alarmsTouched_ = false;
 };
 

@@ -21,25 +21,37 @@ const QString& ReadSql() {
   return sql;
 }
 
-MergeTable::Row RowOf(const StoreRow& row, const QString& guid) {
-  MergeTable::Row result{row.Number(RowKey), {}};
-  ScheduleRecord& record = result.record;
-  record.guid = guid;
-  if (!row.IsNull(RowStatus)) record.status = static_cast<int>(row.Number(RowStatus));
-  record.apptime = row.Moment(RowStart);
-  record.reftime = row.Moment(RowReference);
-  record.alarmtime = row.Moment(RowAlarm);
-  if (record.status == StatusOccurrence) return result;
-  record.appointment = row.Text(RowTitle);
-  record.appdur = row.Moment(RowEnd);
+/// Once so many rows are written, and they are a good part of the table, it is cheaper to make the indexes anew.
+constexpr qsizetype kFewWrites = 5000;
+constexpr qsizetype kGoodPart = 8;
+
+MergeTable::Row RowOf(const StoreRow& row) {
+  MergeTable::Row result;
+  result.key = row.Number(RowKey);
+  if (!row.IsNull(RowStatus)) result.status = static_cast<int>(row.Number(RowStatus));
+  result.start = row.Moment(RowStart);
+  result.reference = row.Moment(RowReference);
+  result.alarm = row.Moment(RowAlarm);
+  if (result.status == StatusOccurrence) return result;
+  result.title = row.Text(RowTitle);
+  result.end = row.Moment(RowEnd);
   return result;
 }
 
+MergeTable::Row RowOf(const ScheduleRecord& record, qint64 key) {
+  return {.key = key,
+          .title = record.appointment,
+          .start = record.apptime,
+          .end = record.appdur,
+          .reference = record.reftime,
+          .alarm = record.alarmtime,
+          .status = record.status};
+}
+
 /// ORDER BY apptime,status,rowid; what has no value comes first.
-std::vector<MergeTable::Row*> InOrder(std::vector<MergeTable::Row*> rows) {
+MergeTable::Rows InOrder(MergeTable::Rows rows) {
   std::sort(rows.begin(), rows.end(), [](const MergeTable::Row* a, const MergeTable::Row* b) {
-    return std::tie(a->record.apptime, a->record.status, a->key) <
-           std::tie(b->record.apptime, b->record.status, b->key);
+    return std::tie(a->start, a->status, a->key) < std::tie(b->start, b->status, b->key);
   });
   return rows;
 }
@@ -48,8 +60,8 @@ QVariant MomentValue(const std::optional<Date>& moment) {
   return moment ? QVariant(moment->Serial()) : QVariant();
 }
 
-/// Sets the columns in which the records differ; nothing where they do not.
-std::optional<Statement> UpdateOf(qint64 key, const ScheduleRecord& old, const ScheduleRecord& changed) {
+/// Sets the columns in which the rows differ; nothing where they do not.
+std::optional<Statement> UpdateOf(const MergeTable::Row& old, const MergeTable::Row& changed) {
   Statement update;
   QStringList assignments;
   const auto set = [&](const char16_t* assignment, bool differs, const QVariant& value) {
@@ -57,71 +69,108 @@ std::optional<Statement> UpdateOf(qint64 key, const ScheduleRecord& old, const S
     assignments << QString::fromUtf16(assignment);
     update.values << value;
   };
-  set(u"appointment=?", old.appointment != changed.appointment, changed.appointment);
-  set(u"apptime=?", old.apptime != changed.apptime, MomentValue(changed.apptime));
-  set(u"appdur=?", old.appdur != changed.appdur, MomentValue(changed.appdur));
-  set(u"alarmtime=?", old.alarmtime != changed.alarmtime, MomentValue(changed.alarmtime));
-  set(u"recur=?", old.recur != changed.recur, CutToSize(changed.recur, RecurSize));
-  set(u"status=?", old.status != changed.status, changed.status.value_or(StatusSingle));
-  set(u"guid=?", old.guid != changed.guid, CutToSize(changed.guid, GuidSize));
+  set(u"appointment=?", old.title != changed.title, changed.title);
+  set(u"apptime=?", old.start != changed.start, MomentValue(changed.start));
+  set(u"appdur=?", old.end != changed.end, MomentValue(changed.end));
+  set(u"alarmtime=?", old.alarm != changed.alarm, MomentValue(changed.alarm));
   if (assignments.isEmpty()) return {};
   update.sql = u"UPDATE schedule SET "_qs + assignments.join(u',') + u" WHERE rowid=?"_qs;
-  update.values << key;
+  update.values << old.key;
   return update;
 }
 
 }  // namespace
 
 bool MergeTable::Read() {
-  // The rows of one series stand together and share one text.
+  for (Guid& guid : guids_) guid.first = nullptr;
+  rows_.clear();
+  size_ = 0;
+  // The rows of one series stand together.
   QByteArray bytes;
-  QString guid;
+  Guid* guid = nullptr;
   return store_.ForEachRow({ReadSql(), {}}, [&](const StoreRow& row) {
     const QUtf8StringView stored = row.Utf8(RowGuid);
-    if (stored != QUtf8StringView(bytes)) {
+    if (!guid || stored != QUtf8StringView(bytes)) {
       bytes = QByteArray(stored.data(), stored.size());
-      guid = StripAtNul(stored.toString());
+      guid = &GuidOf(StripAtNul(stored.toString()));
     }
-    Take(RowOf(row, guid));
+    Enter(Take(RowOf(row)), *guid);
     return true;
   });
 }
 
-void MergeTable::Take(Row row) {
-  Row& kept = rows_.emplace_back(std::move(row));
+MergeTable::Guid& MergeTable::GuidOf(const QString& text) {
+  Guid*& guid = guidOf_[text];
+  if (!guid) guid = &guids_.emplace_back(Guid{.text = text});
+  return *guid;
+}
+
+MergeTable::Row& MergeTable::Take(Row row) {
   ++size_;
-  const QString& guid = kept.record.guid;
-  if (search_ && !byGuid_.contains(guid)) search_->Add(guid);
-  byGuid_[guid].push_back(&kept);
+  return rows_.emplace_back(std::move(row));
+}
+
+void MergeTable::Enter(Row& row, Guid& guid) {
+  if (search_) Search(guid);
+  row.guid = &guid;
+  row.next = guid.first;
+  guid.first = &row;
 }
 
 void MergeTable::Leave(Row& row) {
-  std::erase(byGuid_[row.record.guid], &row);
-  --size_;
+  Row** link = &row.guid->first;
+  while (*link != &row) link = &(*link)->next;
+  *link = row.next;
 }
 
-std::vector<MergeTable::Row*> MergeTable::WithGuid(const QString& guid) const {
-  std::vector<Row*> rows;
-  const auto named = byGuid_.constFind(guid);
-  if (guid.isEmpty() || named == byGuid_.constEnd()) return rows;
-  std::copy_if(named->begin(), named->end(), std::back_inserter(rows),
-               [](const Row* row) { return row->record.status != StatusOccurrence; });
+void MergeTable::Search(Guid& guid) {
+  if (!guid.searched && !guid.text.isEmpty()) search_->Add(guid.text);
+  guid.searched = true;
+}
+
+MergeTable::Rows MergeTable::WithGuid(const QString& guid) const {
+  Rows rows;
+  const Guid* named = guidOf_.value(guid);
+  if (guid.isEmpty() || !named) return rows;
+  for (Row* row = named->first; row; row = row->next) {
+    if (row->status != StatusOccurrence) rows.push_back(row);
+  }
   return InOrder(std::move(rows));
 }
 
-std::vector<MergeTable::Row*> MergeTable::OfSeries(const QString& guidOrBase) {
+MergeTable::Rows MergeTable::OfSeries(const QString& guidOrBase) {
   const QString base = SeriesBase(guidOrBase);
   if (base.isEmpty()) return {};
   if (!search_) {
     search_.emplace();
-    for (auto named = byGuid_.keyBegin(); named != byGuid_.keyEnd(); ++named) search_->Add(*named);
+    for (Guid& guid : guids_) Search(guid);
   }
-  std::vector<Row*> rows;
+  Rows rows;
   for (const QString& guid : search_->Containing(base)) {
-    const std::vector<Row*>& named = byGuid_[guid];
-    rows.insert(rows.end(), named.begin(), named.end());
+    for (Row* row = GuidOf(guid).first; row; row = row->next) rows.push_back(row);
   }
   return InOrder(std::move(rows));
+}
+
+MergeTable::Rows MergeTable::Unnamed() const {
+  Rows rows;
+  for (const Guid& guid : guids_) {
+    for (Row* row = guid.named ? nullptr : guid.first; row; row = row->next) rows.push_back(row);
+  }
+  return InOrder(std::move(rows));
+}
+
+bool MergeTable::Write(const Statement& statement) {
+  return store_.Execute(statement) && Written();
+}
+
+bool MergeTable::Written() {
+  ++writes_;
+  return indexes_.AreAside() || writes_ < kFewWrites || writes_ < size_ / kGoodPart || indexes_.PutAside();
+}
+
+bool MergeTable::Finish() {
+  return !indexes_.AreAside() || indexes_.MakeAgain();
 }
 
 bool MergeTable::Insert(const ScheduleRecord& record) {
@@ -129,32 +178,36 @@ bool MergeTable::Insert(const ScheduleRecord& record) {
   // A value of its own, lest the answer be taken for that of another time.
   const auto key = store_.Number({u"SELECT last_insert_rowid()+?"_qs, {0}});
   if (!key) return false;
-  Row row{*key, record};
-  row.record.recur.clear();
-  Take(std::move(row));
-  return true;
+  Enter(Take(RowOf(record, *key)), GuidOf(record.guid));
+  return Written();
 }
 
-bool MergeTable::Update(Row& row, const ScheduleRecord& changed) {
-  const auto update = UpdateOf(row.key, row.record, changed);
+bool MergeTable::Update(Row& row, const Row& changed) {
+  const auto update = UpdateOf(row, changed);
   // A title that ends in blanks counts as changed although it stands there already.
   if (!update) return true;
-  if (!store_.Execute(*update)) return false;
-  Row taken{row.key, changed};
-  taken.record.recur.clear();
-  if (changed.guid == row.record.guid) {
-    row = std::move(taken);
-    return true;
-  }
+  row = changed;
+  return Write(*update);
+}
+
+bool MergeTable::MakeRoot(Row& row, const QString& rule) {
+  row.status = StatusRoot;
+  const QVariant recur = rule.isEmpty() ? QVariant() : CutToSize(rule, RecurSize);
+  return Write({u"UPDATE schedule SET recur=?,status=? WHERE rowid=?"_qs, {recur, int(StatusRoot), row.key}});
+}
+
+bool MergeTable::MakeTombstone(Row& row, const QString& guid) {
   Leave(row);
-  Take(std::move(taken));
-  return true;
+  Enter(row, GuidOf(guid));
+  row.status = StatusDeleted;
+  return Write({u"UPDATE schedule SET guid=?,status=? WHERE rowid=?"_qs,
+                {CutToSize(guid, GuidSize), int(StatusDeleted), row.key}});
 }
 
 bool MergeTable::Delete(Row& row) {
-  if (!store_.Execute({u"DELETE FROM schedule WHERE rowid=?"_qs, {row.key}})) return false;
   Leave(row);
-  return true;
+  --size_;
+  return Write({u"DELETE FROM schedule WHERE rowid=?"_qs, {row.key}});
 }
 
 }  // namespace talnik

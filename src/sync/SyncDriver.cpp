@@ -241,7 +241,7 @@ bool SyncDriver::Apply(const QString& text, GoogleMerge& merge, bool& alarmsMove
     if (merge.ImportDataGoogle(lines.Next().toString()) == AlarmAdded) alarmsMoved = true;
     if (showsProgress) form_->SetShape(step, last);
   }
-  if (merge.Failed()) return false;
+  if (!merge.LinesTaken()) return false;
   if (merge.RebuildFlag() && !RebuildOccurrences(world_.store, merge.ForRebuild())) return false;
   const bool swept = merge.DeleteMissingEvents();
   alarmsMoved = alarmsMoved || merge.AlarmsTouched();

@@ -110,7 +110,7 @@ TEST(RebuildOccurrences, NamesTheHeldDaysToo) {
   series.time.ids = &ids;
   series.AddMember(StatusChanged, series.id + u"_20240103T080000Z"_qs, "3.1.2024 10:00", "3.1.2024 9:00");
   series.AddRoot(series.Root("2.1.2024 9:00", "FREQ=DAILY COUNT=2"));
-  EXPECT_EQ(ids.Ids(), QStringList{QString(series.id + u"_20240103T080000Z"_qs)});
+  EXPECT_EQ(ids.Ids(), QSet<QString>{series.id + u"_20240103T080000Z"_qs});
   ids.Clear();
   EXPECT_TRUE(series.Rebuild());
   EXPECT_EQ(ids.Ids().size(), 1) << "also when there is nothing to write";

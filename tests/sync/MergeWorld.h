@@ -17,7 +17,7 @@ struct MergeWorld : SeriesStore {
     return store.InTransaction([&] {
       GoogleMerge merge(store, time.biases, time.now);
       for (const QString& line : lines) results += QString::number(merge.ImportDataGoogle(line));
-      const bool done = !merge.Failed() &&
+      const bool done = merge.LinesTaken() &&
                         (!sweep || !merge.RebuildFlag() || RebuildOccurrences(store, merge.ForRebuild())) &&
                         (!sweep || merge.DeleteMissingEvents());
       tally = merge.Tally();
