@@ -24,7 +24,8 @@ QString ButtonCaption(int tasks) {
 
 }  // namespace
 
-MonthCalendar::MonthCalendar(Controls controls, MonthView& view, const CalendarNames& names, Speech& speech, Host host)
+MonthCalendar::MonthCalendar(const Controls& controls, MonthView& view, const CalendarNames& names, Speech& speech,
+                             Host host)
     : controls_(controls), view_(view), names_(names), speech_(speech), host_(std::move(host)) {}
 
 QString MonthCalendar::Line() const {

@@ -35,7 +35,7 @@ class MonthCalendar {
     QString DayCue;  ///< the sound of a day that holds tasks
   };
 
-  MonthCalendar(Controls controls, MonthView& view, const CalendarNames& names, Speech& speech, Host host);
+  MonthCalendar(const Controls& controls, MonthView& view, const CalendarNames& names, Speech& speech, Host host);
 
   /// Puts today's month on show without a word.
   void Load(const Date& today);

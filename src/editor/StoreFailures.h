@@ -14,6 +14,7 @@ namespace talnik {
 class StoreFailures {
  public:
   explicit StoreFailures(Store& store) : store_(store), before_(std::move(store.WriteFailed)) {
+    // cppcheck-suppress useInitializationList
     store_.WriteFailed = [this](const QString& what) { what_ = what; };
   }
   ~StoreFailures() { store_.WriteFailed = std::move(before_); }

@@ -1,8 +1,9 @@
 #include "recurrence/RuleText.h"
 
+#include "dates/LeadingNumber.h"
+
 #include <QStringList>
 
-#include <algorithm>
 #include <array>
 
 namespace talnik {
@@ -31,23 +32,14 @@ constexpr std::array<Word, 4> kWords = {{{QLatin1String("DAILY"), RuleFrequency:
                                          {QLatin1String("MONTHLY"), RuleFrequency::Monthly},
                                          {QLatin1String("YEARLY"), RuleFrequency::Yearly}}};
 
-/// The number of the leading digits, 0 without any. More digits than any date needs are cut to a number that no date
-/// reaches, so that sums of them cannot overflow.
-std::int64_t LeadingNumber(QStringView text) {
-  constexpr std::int64_t kEnough = 1'000'000'000;
-  std::int64_t number = 0;
-  for (const QChar c : text) {
-    if (c < u'0' || c > u'9') break;
-    number = std::min(kEnough, number * 10 + (c.unicode() - u'0'));
-  }
-  return number;
-}
+/// More than any date needs, and so little that sums of it cannot overflow.
+constexpr std::int64_t kEnough = 1'000'000'000;
 
 void ReadDays(QStringView piece, QStringView value, RuleText& rule) {
   for (const Code& code : kDayCodes) {
     if (piece.contains(code.text)) rule.days.Add(code.weekday);
   }
-  rule.ordinal = static_cast<int>(LeadingNumber(value));
+  rule.ordinal = static_cast<int>(LeadingDigits(value, kEnough));
 }
 
 void ReadPiece(QStringView piece, RuleText& rule) {
@@ -60,12 +52,12 @@ void ReadPiece(QStringView piece, RuleText& rule) {
     if (const auto until = CDate(ParseRuleStamp(value.toString()), Date())) rule.until = until;
   }
   if (piece.contains(QLatin1String("BYDAY"))) ReadDays(piece, value, rule);
-  if (piece.contains(QLatin1String("BYMONTHDAY"))) rule.monthDay = static_cast<int>(LeadingNumber(value));
+  if (piece.contains(QLatin1String("BYMONTHDAY"))) rule.monthDay = static_cast<int>(LeadingDigits(value, kEnough));
   if (piece.contains(QLatin1String("COUNT"))) {
-    const std::int64_t count = LeadingNumber(value);
+    const std::int64_t count = LeadingDigits(value, kEnough);
     if (count > 0) rule.count = count;
   }
-  if (hasValue && piece.contains(QLatin1String("INTERVAL"))) rule.interval = LeadingNumber(value);
+  if (hasValue && piece.contains(QLatin1String("INTERVAL"))) rule.interval = LeadingDigits(value, kEnough);
   for (const Word& word : kWords) {
     if (piece.contains(QString(u"FREQ=" + word.text))) rule.frequency = word.frequency;
   }

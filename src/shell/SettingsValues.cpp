@@ -1,5 +1,7 @@
 #include "shell/SettingsValues.h"
 
+#include "dates/LeadingNumber.h"
+
 #include <QCoreApplication>
 
 #include <algorithm>
@@ -53,16 +55,7 @@ QStringList NewAlarmTexts() {
 }
 
 int LenientNumber(const QString& text) {
-  constexpr qint64 largest = std::numeric_limits<int>::max();
-  const QString trimmed = text.trimmed();
-  const bool negative = trimmed.startsWith(u'-');
-  qint64 number = 0;
-  for (qsizetype at = negative || trimmed.startsWith(u'+') ? 1 : 0; at < trimmed.size(); ++at) {
-    const int digit = trimmed[at].unicode() - u'0';
-    if (digit < 0 || digit > 9) break;
-    number = std::min(number * 10 + digit, largest);
-  }
-  return static_cast<int>(negative ? -number : number);
+  return static_cast<int>(LeadingNumber(text.trimmed(), std::numeric_limits<int>::max()));
 }
 
 QString MovedNumber(const QString& text, int by) {

@@ -1,5 +1,7 @@
 #include "shell/cSetting.h"
 
+#include "dates/LeadingNumber.h"
+
 #include <cstdlib>
 
 namespace talnik {
@@ -11,18 +13,6 @@ const QString InfoSection = u"Info"_qs;
 const QString VoiceSection = u"Voice"_qs;
 const QString ApplicationSection = u"Application"_qs;
 
-/// Digits with a sign in front, up to the first other character; 0 without digits. It wraps at 32 bits.
-int LeadingNumber(const QString& text) {
-  qsizetype at = 0;
-  const bool negative = text.startsWith(u'-');
-  if (negative || text.startsWith(u'+')) ++at;
-  quint32 number = 0;
-  for (; at < text.size() && text[at] >= u'0' && text[at] <= u'9'; ++at) {
-    number = number * 10 + static_cast<quint32>(text[at].unicode() - u'0');
-  }
-  return static_cast<int>(negative ? 0U - number : number);
-}
-
 }  // namespace
 
 QString cSetting::GetStr(const QString& section, const QString& key, const QString& defaultText) const {
@@ -33,7 +23,9 @@ QString cSetting::GetStr(const QString& section, const QString& key, const QStri
 
 int cSetting::GetInt(const QString& section, const QString& key, const QString& defaultText) const {
   const QString text = GetStr(section, key, defaultText);
-  return LeadingNumber(text.isEmpty() ? defaultText : text);
+  // It wraps at 32 bits.
+  constexpr qint64 most = qint64{1} << 53;
+  return static_cast<int>(static_cast<quint32>(LeadingNumber(text.isEmpty() ? defaultText : text, most)));
 }
 
 void cSetting::Init(const QString& primaryPath, const QString& secondaryPath, const QString& familyFolder) {

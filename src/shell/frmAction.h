@@ -38,7 +38,7 @@ class frmAction : public Form {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  QLabel* Label(int index) const { return labels_[static_cast<std::size_t>(index - 1)]; }
+  QLabel* Label(int index) const { return labels_.at(static_cast<std::size_t>(index - 1)); }
   void LayOut();
   int ChoiceSize() const;
   void HandleKeys();

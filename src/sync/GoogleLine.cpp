@@ -1,12 +1,12 @@
 #include "sync/GoogleLine.h"
 
+#include "dates/LeadingNumber.h"
 #include "dates/UtcStamp.h"
 #include "recurrence/RuleText.h"
 #include "store/Text.h"
 
 #include <QStringView>
 
-#include <algorithm>
 #include <array>
 
 namespace talnik {
@@ -40,18 +40,6 @@ void TakeRuleWords(QStringView token, QString& rule) {
   }
 }
 
-/// The number that a text begins with, 0 without one; cut to what any number of minutes needs.
-std::int64_t MinutesIn(QStringView text) {
-  constexpr std::int64_t enough = 10'000'000'000;
-  const bool negative = text.startsWith(u'-');
-  std::int64_t minutes = 0;
-  for (const QChar digit : text.sliced(negative ? 1 : 0)) {
-    if (digit < u'0' || digit > u'9') break;
-    minutes = std::min(enough, minutes * 10 + (digit.unicode() - u'0'));
-  }
-  return negative ? -minutes : minutes;
-}
-
 void TakeIdentity(GoogleLine& line, const ZoneBiases& biases, const Date& today) {
   line.seriesId = line.id;
   if (line.rule.isEmpty()) return;
@@ -65,7 +53,9 @@ void TakeIdentity(GoogleLine& line, const ZoneBiases& biases, const Date& today)
   line.status = StatusRoot;
   const auto start = CDate(line.ruleStart, today);
   if (!start) return;
-  if (const auto alarm = DateAdd(DateUnit::Minute, -MinutesIn(line.alarm), *start)) line.alarm = DateText(*alarm);
+  constexpr std::int64_t enough = 10'000'000'000;  // minutes, for any date
+  if (const auto alarm = DateAdd(DateUnit::Minute, -LeadingNumber(line.alarm, enough), *start))
+    line.alarm = DateText(*alarm);
 }
 
 }  // namespace

@@ -101,7 +101,10 @@ bool MergeTable::Read() {
 
 MergeTable::Guid& MergeTable::GuidOf(const QString& text) {
   Guid*& guid = guidOf_[text];
-  if (!guid) guid = &guids_.emplace_back(Guid{.text = text});
+  if (!guid) {
+    guids_.push_back({.text = text});
+    guid = &guids_.back();
+  }
   return *guid;
 }
 

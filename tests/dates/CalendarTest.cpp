@@ -1,5 +1,6 @@
 #include "dates/CzechNumbers.h"
 #include "dates/Easter.h"
+#include "dates/LeadingNumber.h"
 #include "dates/MonthLines.h"
 #include "dates/UtcStamp.h"
 
@@ -16,6 +17,17 @@ TEST(EasterDate, IsTheMondayOfTheRule) {
       {"10000", "0:00:00"},  {"-5", "0:00:00"},     {"99999999999", "0:00:00"}};
   for (const auto& [year, expected] : cases) {
     EXPECT_EQ(DateText(EasterDate(QString::fromLatin1(year))).toStdString(), expected) << year;
+  }
+}
+
+TEST(LeadingNumber, EndsAtTheFirstOtherCharacter) {
+  const std::tuple<const char*, int, int> cases[] = {
+      {"", 0, 0},        {"x", 0, 0},        {"5", 5, 5},      {"12x", 12, 12}, {"-3", 0, -3},
+      {"+4", 0, 4},      {"2,9", 2, 2},      {"--1", 0, 0},    {"٣", 0, 0},     {"199", 199, 199},
+      {"200", 199, 199}, {"2000", 199, 199}, {"-999", 0, -199}};
+  for (const auto& [text, digits, number] : cases) {
+    EXPECT_EQ(LeadingDigits(QString::fromUtf8(text), 199), digits) << text;
+    EXPECT_EQ(LeadingNumber(QString::fromUtf8(text), 199), number) << text;
   }
 }
 

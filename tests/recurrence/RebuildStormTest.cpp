@@ -57,16 +57,6 @@ const std::array<const char*, 7> kRules = {"FREQ=DAILY COUNT=9",
 class Storm {
  public:
   explicit Storm(int seed) : random_(static_cast<quint32>(seed)) {
-    const QString id = series_.id;
-    guids_ = {id,
-              id + u"_20240103T080000Z"_qs,
-              QString(32, u'e'),
-              u"0123*cdef_x"_qs,
-              u"b@elsewhere"_qs,
-              u"b@elsewhere_20240105"_qs,
-              QString(260, u'y'),
-              QString(260, u'y') + u"_20240106"_qs,
-              QString()};
     for (int i = 0; i < 3; ++i) {
       ScheduleRecord root = series_.Root("2.1.2024 9:00", kRules.at(static_cast<std::size_t>(i)));
       root.guid = guids_.at(i * 2);
@@ -155,7 +145,10 @@ class Storm {
 
   SeriesStore series_;
   QRandomGenerator random_;
-  QStringList guids_;
+  QStringList guids_{
+      series_.id,        series_.id + u"_20240103T080000Z"_qs, QString(32, u'e'),  u"0123*cdef_x"_qs,
+      u"b@elsewhere"_qs, u"b@elsewhere_20240105"_qs,           QString(260, u'y'), QString(260, u'y') + u"_20240106"_qs,
+      QString()};
   QStringList diary_;
 };
 

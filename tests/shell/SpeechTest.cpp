@@ -1,16 +1,14 @@
 #include "shell/Speech.h"
 #include "support/FakePlatform.h"
 #include "support/FormDriver.h"
+#include "support/LogCapture.h"
 
-#include <QLoggingCategory>
 #include <QTimer>
 
 #include <gtest/gtest.h>
 
 namespace talnik::test {
 namespace {
-
-QStringList* logged = nullptr;
 
 class SpeechTest : public testing::Test {
  protected:
@@ -110,11 +108,7 @@ TEST_F(SpeechTest, ProgressTicksAtEachTenth) {
 }
 
 TEST_F(SpeechTest, EveryCallIsALineOfTheTranscript) {
-  QStringList lines;
-  logged = &lines;
-  QLoggingCategory::setFilterRules(u"talnik.speech=true"_qs);
-  const auto before =
-      qInstallMessageHandler([](QtMsgType, const QMessageLogContext&, const QString& text) { *logged << text; });
+  const LogCapture log(u"talnik.speech=true"_qs);
   speech->Say(u"první \"řádek\"\ndruhý"_qs);
   speech->SayPart(0, u"část"_qs);
   speech->Say(u"a"_qs);
@@ -122,10 +116,8 @@ TEST_F(SpeechTest, EveryCallIsALineOfTheTranscript) {
   speech->Signal(Speech::Refused);
   speech->SayImportant(u"budík"_qs);
   speech->PlaySoundWait(u"/app/sound/space.wav"_qs);
-  qInstallMessageHandler(before);
-  QLoggingCategory::setFilterRules(QString());
   EXPECT_EQ(
-      lines.join(u"; "_qs).toStdString(),
+      LogCapture::Lines().join(u"; "_qs).toStdString(),
       R"(say "první \"řádek\"\ndruhý"; part "část"; char "a"; focus "Čas: 8:30"; signal 11; alarm "budík"; stop; )"
       "sound space.wav");
 }

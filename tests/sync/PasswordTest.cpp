@@ -3,12 +3,12 @@
 #include "support/FakeMailbox.h"
 #include "support/FakePlatform.h"
 #include "support/FormDriver.h"
+#include "support/LogCapture.h"
 #include "sync/PasswordHandOver.h"
 
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
-#include <QLoggingCategory>
 #include <QTemporaryDir>
 
 #include <gtest/gtest.h>
@@ -52,19 +52,10 @@ class PasswordTest : public testing::Test {
   QString reason;
 };
 
-/// All that is logged, whatever its category.
-QString* logged = nullptr;
-void Log(QtMsgType, const QMessageLogContext&, const QString& text) {
-  *logged += text + u'\n';
-}
-
 }  // namespace
 
 TEST_F(PasswordTest, AnAgentGetsItByTheBoxAndNoFileOrLogLineHoldsIt) {
-  QString log;
-  logged = &log;
-  QLoggingCategory::setFilterRules(u"*.debug=true\nqt.*=false"_qs);
-  const auto before = qInstallMessageHandler(Log);
+  const LogCapture log(u"*.debug=true\nqt.*=false"_qs);
   const QString heard = seen.filePath(u"heard"_qs);
   InstallAgent("request " + data.filePath(u"GoogleAccess.ini"_qs).toUtf8() + "\nhear " + heard.toUtf8() +
                "\nsay #Done\n");
@@ -78,10 +69,8 @@ TEST_F(PasswordTest, AnAgentGetsItByTheBoxAndNoFileOrLogLineHoldsIt) {
   EXPECT_TRUE(FormDriver::Until([&] { return file.exists() && file.size() > 0; }));
   EXPECT_TRUE(file.open(QIODevice::ReadOnly));
   EXPECT_EQ(file.readAll(), Password.toUtf8() + '\n');
-  qInstallMessageHandler(before);
-  QLoggingCategory::setFilterRules(QString());
 
-  EXPECT_FALSE(log.contains(Password));
+  EXPECT_FALSE(LogCapture::Lines().join(u'\n').contains(Password));
   for (const QTemporaryDir* place : {&data, &app, &run}) {
     QDirIterator files(place->path(), QDir::Files, QDirIterator::Subdirectories);
     while (files.hasNext()) {

@@ -29,7 +29,7 @@ PulseRecorder::PulseRecorder(int longest)
 }
 
 PulseRecorder::~PulseRecorder() {
-  Stop();
+  PulseRecorder::Stop();
   loop_->SetListener({});
   loop_->Close();
 }

@@ -27,7 +27,7 @@ SocketMailbox::SocketMailbox(QString name, QString folder) : name_(std::move(nam
 }
 
 SocketMailbox::~SocketMailbox() {
-  Close();
+  SocketMailbox::Close();
 }
 
 QString SocketMailbox::Address() const {
