@@ -16,6 +16,11 @@ inline double MillisecondsOf(const Work& work) {
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
+inline double Median(std::vector<double> values) {
+  std::sort(values.begin(), values.end());
+  return values[values.size() / 2];
+}
+
 /// The median time of one run of `work` in milliseconds; `prepare` is not timed.
 inline double MedianOf(
     int runs, const Work& work, const Work& prepare = [] {}) {
@@ -24,8 +29,7 @@ inline double MedianOf(
     prepare();
     times.push_back(MillisecondsOf(work));
   }
-  std::sort(times.begin(), times.end());
-  return times[times.size() / 2];
+  return Median(times);
 }
 
 /// Prints a line for each thing measured and remembers whether all promises were kept.

@@ -81,10 +81,9 @@ struct Desk {
   }
 
   double Median(const std::function<double()>& opening) {
-    std::vector<double> times;
-    for (int i = 0; i < kOpenings; ++i) times.push_back(opening());
-    std::sort(times.begin(), times.end());
-    return times[times.size() / 2];
+    std::vector<double> times(kOpenings);
+    std::generate(times.begin(), times.end(), opening);
+    return bench::Median(times);
   }
 
   test::FakeWorld world;

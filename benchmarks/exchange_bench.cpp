@@ -1,15 +1,14 @@
 // What the exchange by CSV costs: 10,000 and 100,000 rows into an empty store, the same again as duplicates, and the
 // way out, with encoding and writing of the file. Exit code 0 only if what was promised is kept.
 
+#include "MadeEvents.h"
 #include "Promises.h"
 #include "platform/WholeFile.h"
 #include "store/CsvExchange.h"
-#include "store/CsvText.h"
 #include "store/Store.h"
 #include "store/Template.h"
 
 #include <QFile>
-#include <QRandomGenerator>
 #include <QTemporaryDir>
 
 #include <memory>
@@ -18,26 +17,9 @@ namespace talnik {
 namespace {
 
 constexpr int kRuns = 5;
-const Date kFirst = *Date::FromParts(2019, 1, 1);
 
 bool GoOn(qint64, qint64) {
   return true;
-}
-
-QString TextOf(int rows) {
-  QRandomGenerator random(7);
-  QString text = CsvHeader() + u"\r\n"_qs;
-  for (int i = 0; i < rows; ++i) {
-    ScheduleRecord row;
-    row.apptime = DateAdd(DateUnit::Minute, random.bounded(3650 * 1440), kFirst);
-    row.appdur = DateAdd(DateUnit::Minute, 60, *row.apptime);
-    row.appointment = u"Schůzka číslo "_qs + QString::number(i);
-    row.alarm = random.bounded(5) == 0;
-    if (row.alarm) row.alarmtime = DateAdd(DateUnit::Minute, -10, *row.apptime);
-    AddCsvLine(text, row);
-    text += u"\r\n";
-  }
-  return text;
 }
 
 struct ImportTimes {
@@ -46,9 +28,9 @@ struct ImportTimes {
 };
 
 ImportTimes MeasureImport(const QString& path, int rows) {
-  const QString text = TextOf(rows);
+  const QString text = bench::CsvOfEvents(rows);
   std::unique_ptr<Store> store;
-  const auto import = [&] { ImportCsv(*store, text, kFirst, GoOn); };
+  const auto import = [&] { ImportCsv(*store, text, bench::kFirstEventDay, GoOn); };
   const auto makeEmpty = [&] {
     store.reset();
     QFile::remove(path);

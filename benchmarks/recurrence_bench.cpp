@@ -1,7 +1,8 @@
-// What the walk of a rule costs beside another engine, and what a rebuild of the spawned rows costs beside a raw insert
-// of the same rows, against what was promised.
+// What the walk of a rule costs, and what a rebuild of the spawned rows costs beside a raw insert of the same rows,
+// against what was promised.
 
 #include "Promises.h"
+#include "RawRows.h"
 #include "recurrence/RecurrPopulate.h"
 #include "recurrence/RuleWalk.h"
 #include "store/Store.h"
@@ -11,16 +12,10 @@
 #include <QFile>
 #include <QTemporaryDir>
 
-#include <sqlite3.h>
-
 #include <array>
 #include <cstdio>
 #include <string>
 #include <vector>
-
-#ifdef TALNIK_BENCH_LIBICAL
-#include <libical/ical.h>
-#endif
 
 namespace {
 
@@ -42,11 +37,7 @@ double MedianOf(
   return bench::MedianOf(kRuns, work, prepare);
 }
 
-void Check(bool good, const char* what) {
-  if (good) return;
-  std::fprintf(stderr, "failed: %s\n", what);
-  std::exit(1);
-}
+using bench::Check;
 
 // The walk.
 
@@ -62,18 +53,6 @@ void BenchWalk() {
   });
   const double millions = static_cast<double>(dates) * kWalks / ours / 1000;
   promises.Above("the walk, daily for two years", millions, kPromisedMillionDates, "million dates a second");
-#ifdef TALNIK_BENCH_LIBICAL
-  const double libical = MedianOf([&] {
-    for (int i = 0; i < kWalks / 20; ++i) {
-      const icalrecurrencetype recurrence = icalrecurrencetype_from_string("FREQ=DAILY;UNTIL=20251231T085959");
-      icalrecur_iterator* iterator = icalrecur_iterator_new(recurrence, icaltime_from_string("20240101T090000"));
-      while (!icaltime_is_null_time(icalrecur_iterator_next(iterator))) ++walked;
-      icalrecur_iterator_free(iterator);
-    }
-  });
-  promises.Tell("the same by libical", static_cast<double>(dates) * kWalks / (libical * 20) / 1000,
-                "million dates a second");
-#endif
 }
 
 // The rebuild.
@@ -141,65 +120,11 @@ class SeriesStore {
   Store store_;
 };
 
-/// The rows of a statement as values that can be bound again.
-class Values {
- public:
-  static constexpr int kColumns = 12;
-
-  Values(sqlite3* db, const char* sql) {
-    sqlite3_stmt* read = nullptr;
-    Check(sqlite3_prepare_v2(db, sql, -1, &read, nullptr) == SQLITE_OK, sql);
-    while (sqlite3_step(read) == SQLITE_ROW) {
-      for (int column = 0; column < kColumns; ++column) {
-        values_.push_back(sqlite3_value_dup(sqlite3_column_value(read, column)));
-      }
-    }
-    sqlite3_finalize(read);
-  }
-  Values(const Values&) = delete;
-  Values& operator=(const Values&) = delete;
-  ~Values() {
-    for (sqlite3_value* value : values_) sqlite3_value_free(value);
-  }
-
-  void Insert(sqlite3_stmt* into) const {
-    for (std::size_t first = 0; first < values_.size(); first += kColumns) {
-      for (int column = 0; column < kColumns; ++column) {
-        sqlite3_bind_value(into, column + 1, values_[first + static_cast<std::size_t>(column)]);
-      }
-      Check(sqlite3_step(into) == SQLITE_DONE, "insert");
-      sqlite3_reset(into);
-    }
-  }
-
- private:
-  std::vector<sqlite3_value*> values_;
-};
-
 double SeriesStore::RawInsert() {
   store_.Close();
-  sqlite3* db = nullptr;
-  Check(sqlite3_open(QFile::encodeName(path_).constData(), &db) == SQLITE_OK, "open");
-  const auto run = [db](const char* sql) { Check(sqlite3_exec(db, sql, nullptr, nullptr, nullptr) == SQLITE_OK, sql); };
-  run("PRAGMA synchronous=FULL; PRAGMA cache_size=-65536");
-  double median = 0;
-  {
-    const Values rows(db, "SELECT * FROM schedule WHERE status=1");
-    sqlite3_stmt* insert = nullptr;
-    Check(sqlite3_prepare_v2(db, "INSERT INTO schedule VALUES(?,?,?,?,?,?,?,?,?,?,?,?)", -1, &insert, nullptr) ==
-              SQLITE_OK,
-          "prepare");
-    median = MedianOf(
-        [&] {
-          run("BEGIN IMMEDIATE");
-          rows.Insert(insert);
-          run("COMMIT");
-        },
-        [&] { run("DELETE FROM schedule WHERE status=1"); });
-    sqlite3_finalize(insert);
-  }
-  sqlite3_close(db);
-  return median;
+  const bench::RawFile file(path_);
+  const bench::RawRows rows(file, "SELECT * FROM schedule WHERE status=1");
+  return MedianOf([&] { rows.InsertInto(file); }, [&] { file.Run("DELETE FROM schedule WHERE status=1"); });
 }
 
 struct Change {
