@@ -88,9 +88,10 @@ bool AlarmQueue::AlarmSetOff(const QString& text, const QString& timeText) {
   isSetOff_ = true;
   const auto rows = Recordset::Open(world_.store, statements::WithAlarmAt(*moment));
   if (!rows) return true;
+  // One that was postponed carries an alarm again, but has fired: the mark is not for it.
   const bool marked = rows->FindFirst([&](const ScheduleRecord& row) {
-    return row.alarm && row.alarmtime == moment && (text.isEmpty() || row.appointment.trimmed() == text) &&
-           !IsGiven(row);
+    return row.alarm && row.alarmtime == moment && IsPending(row) &&
+           (text.isEmpty() || row.appointment.trimmed() == text) && !IsGiven(row);
   });
   if (!marked) return !PassOver(*rows, *moment);
   Trace(u"Talnik.Alarm.SetOff "_qs + timeText);

@@ -175,12 +175,13 @@ void Speech::PlayToEnd(const QString& path) {
     bool over = false;
   };
   const auto wait = std::make_shared<Wait>();
-  const auto end = [wait] {
-    wait->over = true;
-    wait->loop.quit();
+  const auto end = [](Wait& ended) {
+    ended.over = true;
+    ended.loop.quit();
   };
-  connect(this, &QObject::destroyed, &wait->loop, end);
-  sound_.Play(path, [end](Sound::Ending) { end(); });
+  // This one must not share it: the loop would hold the connection that holds the loop.
+  connect(this, &QObject::destroyed, &wait->loop, [end, of = wait.get()] { end(*of); });
+  sound_.Play(path, [end, wait](Sound::Ending) { end(*wait); });
   if (!wait->over) wait->loop.exec(QEventLoop::ExcludeUserInputEvents);
 }
 

@@ -117,6 +117,15 @@ TEST_F(AlarmQueueTest, PassesOverARowWithoutItsAlarm) {
   EXPECT_TRUE(Find("root").alarmfired);
 }
 
+TEST_F(AlarmQueueTest, APostponedRowDoesNotTakeTheMarkOfAnother) {
+  ScheduleRecord postponed = Row("postponed", "15.1.2024 9:00", "15.1.2024 8:00");
+  postponed.alarmfired = true;
+  store.Insert(postponed);
+  Add("new", "15.1.2024 9:00", "15.1.2024 8:00");
+  queue.RegisterAlarm();
+  EXPECT_EQ(Ticks(2), "new -");
+}
+
 TEST_F(AlarmQueueTest, GivesARowThatIsGoneOnce) {
   Add("gone", "15.1.2024 9:00", "15.1.2024 8:00");
   queue.RegisterAlarm();
