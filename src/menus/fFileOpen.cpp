@@ -120,7 +120,8 @@ void fFileOpen::GoToDrive() {
 /// The list has no name from its label for screen readers.
 void fFileOpen::ShowHeading(const QString& prefix) {
   lblFolder->setText(prefix + QString(heading_).replace(u'&', u"&&"_qs));
-  lblFolder->setToolTip(folder_);
+  // As it stands: the name of a folder may look like the marks of rich text.
+  lblFolder->setToolTip(Qt::convertFromPlainText(folder_));
   dirList->setAccessibleName(QString(prefix).remove(u'&') + heading_);
 }
 

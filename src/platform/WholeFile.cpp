@@ -1,9 +1,15 @@
 #include "platform/WholeFile.h"
 
 #include <QCoreApplication>
+#include <QDateTime>
+#include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QSaveFile>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace talnik {
 
@@ -43,12 +49,20 @@ QString ReasonText(QFileDevice::FileError error) {
   }
 }
 
+/// In a folder of many a link may lie in wait that leads to what only we may write.
+bool IsForeignLink(const QString& path) {
+  const QFileInfo info(path);
+  struct stat link {};
+  return info.isSymLink() && (::lstat(QFile::encodeName(path), &link) != 0 || link.st_uid != ::geteuid());
+}
+
 /// Why a file could not be replaced. A file that cannot be opened has the same error whatever the reason.
 QString WhyNotWritten(const QString& path, QFileDevice::FileError error) {
   const QFileInfo file(path);
   const QFileInfo folder(file.absolutePath());
   if (file.isDir()) return NoFileText();
-  const bool forbidden = folder.exists() && (!folder.isWritable() || (file.exists() && !file.isWritable()));
+  const bool forbidden =
+      IsForeignLink(path) || (folder.exists() && (!folder.isWritable() || (file.exists() && !file.isWritable())));
   return forbidden ? ForbiddenText() : ReasonText(error);
 }
 
@@ -57,7 +71,7 @@ QString WhyNotWritten(const QString& path, QFileDevice::FileError error) {
 bool ReplaceFile(const QString& path, const std::function<bool(QIODevice& file)>& fill, Readers readers,
                  QString& reason) {
   QSaveFile file(path);
-  bool replaced = file.open(QIODevice::WriteOnly);
+  bool replaced = !IsForeignLink(path) && file.open(QIODevice::WriteOnly);
   if (replaced && readers == Readers::UserAlone) file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
   // A disk that fills up within the last write shows in the flush only; commit would take the shortened file.
   replaced = replaced && fill(file) && file.flush() && file.commit();
@@ -68,6 +82,26 @@ bool ReplaceFile(const QString& path, const std::function<bool(QIODevice& file)>
 bool WriteWholeFile(const QString& path, const QByteArray& bytes, Readers readers, QString& reason) {
   return ReplaceFile(
       path, [&bytes](QIODevice& file) { return file.write(bytes) == bytes.size(); }, readers, reason);
+}
+
+bool RemoveFileIn(const QString& folder, const QString& path) {
+  const QString inside = QFileInfo(folder).canonicalFilePath();
+  const QFileInfo file(path);
+  return !inside.isEmpty() && file.isFile() && QFileInfo(file.absolutePath()).canonicalFilePath() == inside &&
+         QFile::remove(path);
+}
+
+void SweepFolder(const QString& folder, const QStringList& names) {
+  static const QRegularExpression ending(u"\\.[A-Za-z]{6}$"_qs);
+  constexpr qint64 youngSeconds = 3600;
+  const QDateTime young = QDateTime::currentDateTime().addSecs(-youngSeconds);
+  const auto files = QDir(folder).entryInfoList(QDir::Files | QDir::Hidden | QDir::NoSymLinks);
+  for (const QFileInfo& file : files) {
+    const QString name = file.fileName();
+    const auto match = ending.match(name);
+    if (!match.hasMatch() || !names.contains(name.left(match.capturedStart()))) continue;
+    if (file.ownerId() == ::geteuid() && file.lastModified() < young) QFile::remove(file.filePath());
+  }
 }
 
 std::optional<QByteArray> ReadWholeFile(const QString& path, QString& reason) {

@@ -1,4 +1,5 @@
 #include "dates/UtcStamp.h"
+#include "platform/WholeFile.h"
 #include "recurrence/EditSeries.h"
 #include "shell/Paths.h"
 #include "store/Recordset.h"
@@ -125,9 +126,9 @@ bool CheckSoundFileUsage(Store& store, const QString& name) {
   return AnyRow(store, statements::NamingSound(name)).value_or(true);
 }
 
-void RemoveUnusedNote(Store& store, const QString& path) {
+void RemoveUnusedNote(Store& store, const QString& path, const QString& recordFolder) {
   if (!QDir::isAbsolutePath(path) || CheckSoundFileUsage(store, ExtractFileName(path))) return;
-  QFile::remove(path);
+  RemoveFileIn(recordFolder, path);
 }
 
 }  // namespace talnik

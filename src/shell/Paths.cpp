@@ -1,5 +1,7 @@
 #include "shell/Paths.h"
 
+#include "platform/WholeFile.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -18,9 +20,28 @@ void MakeFolder(const QString& path) {
 }
 
 void CopyTemplate(const QString& source, const QString& target) {
-  if (FileExists(target) || !QFile::copy(source, target)) return;
+  // A pipe in its place would keep us waiting. A link that leads nowhere is not a place to write to.
+  const QFileInfo there(target);
+  if (there.exists() || there.isSymLink() || !FileExists(source) || !QFile::copy(source, target)) return;
   // An installed template may be read-only for everybody; the user's copy must take writes.
   QFile::setPermissions(target, OnlyUserFile);
+}
+
+/// All that is replaced as a whole in the data folder and its backups.
+const QStringList& DataFiles() {
+  static const QStringList names = {u"talnik.ini"_qs,       u"Names.dat"_qs,        u"LmData.txt"_qs,
+                                    u"GgData.txt"_qs,       u"LmData_Saved.txt"_qs, u"GgData_Saved.txt"_qs,
+                                    u"GoogleAccess.ini"_qs, u"LmData.log"_qs,       u"talnik.MDB"_qs};
+  return names;
+}
+
+/// A file that came back from a backup may be open to everybody. What a link leads to is not ours to change.
+void CloseToOthers(const QString& path) {
+  constexpr QFile::Permissions others = QFile::ReadGroup | QFile::WriteGroup | QFile::ReadOther | QFile::WriteOther;
+  const QFileInfo file(path);
+  if (file.isFile() && !file.isSymLink() && (file.permissions() & others)) {
+    QFile::setPermissions(path, OnlyUserFile);
+  }
 }
 
 }  // namespace
@@ -53,6 +74,10 @@ Paths InitPaths(const Shell& shell, const QString& appFolder) {
   paths.GgDataSaved = inData(u"GgData_Saved.txt"_qs);
 
   MakeFolder(paths.RecordFolder);
+  for (const QString& folder : {data, inData(u"SYNCBACKUP"_qs)}) {
+    SweepFolder(folder, DataFiles());
+    for (const QString& name : DataFiles()) CloseToOthers(folder + u'/' + name);
+  }
   const QString templates = appFolder + u"talnik/src_"_qs;
   CopyTemplate(templates + u"talnik.MDB"_qs, paths.Store);
   CopyTemplate(templates + u"talnik.LDB"_qs, paths.StoreLock);

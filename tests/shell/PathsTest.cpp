@@ -25,6 +25,23 @@ class PathsTest : public testing::Test {
   const QString app = folder.filePath(u"app"_qs) + u'/';
 };
 
+TEST_F(PathsTest, WhatIsThereIsClosedToOthersAndNoLinkFollowed) {
+  Template("Names.dat", "names");
+  const QString data = shell.LocalData + u"/Orvel1/TALNIK/"_qs;
+  const QString outside = folder.filePath(u"outside"_qs);
+  QDir().mkpath(data);
+  for (const QString& path : {QString(data + u"talnik.MDB"_qs), outside}) {
+    WriteFile(path, "old");
+    QFile::setPermissions(path, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
+  }
+  QFile::link(outside, data + u"talnik.ini"_qs);
+  QFile::link(folder.filePath(u"nowhere"_qs), data + u"Names.dat"_qs);
+  Init();
+  EXPECT_EQ(QFileInfo(data + u"talnik.MDB"_qs).permission(QFile::ReadOther), false);
+  EXPECT_EQ(QFileInfo(outside).permission(QFile::ReadOther), true);
+  EXPECT_FALSE(QFileInfo::exists(folder.filePath(u"nowhere"_qs))) << "nothing is made where a link leads nowhere";
+}
+
 TEST_F(PathsTest, EverythingLiesInFoldersOfTheUserAlone) {
   const Paths paths = Init();
   const QString data = shell.LocalData + u"/Orvel1/TALNIK"_qs;

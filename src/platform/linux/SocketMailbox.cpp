@@ -1,6 +1,7 @@
 #include "platform/linux/SocketMailbox.h"
 
 #include "platform/linux/LocalPeers.h"
+#include "platform/linux/MailboxLines.h"
 #include "platform/linux/PrivateFiles.h"
 #include "platform/linux/UserFolders.h"
 
@@ -14,9 +15,7 @@ namespace talnik {
 
 namespace {
 
-constexpr qint64 LongestWord = 64 * 1024;
 constexpr qsizetype MostWriters = 16;
-constexpr int LinesAtOnce = 64;  // then the keys have their turn, however fast a peer writes
 
 }  // namespace
 
@@ -53,7 +52,7 @@ void SocketMailbox::Accept() {
       DropPeer(peer);
       continue;
     }
-    peer->setReadBufferSize(LongestWord);
+    peer->setReadBufferSize(LongestMailboxLine);
     QObject::connect(peer, &QLocalSocket::bytesWritten, peer, [this, peer] {
       if (peer->bytesToWrite() == 0 && Taken) Taken();
     });
@@ -66,20 +65,19 @@ void SocketMailbox::Accept() {
 
 void SocketMailbox::Hear(QLocalSocket* peer) {
   const QPointer<QLocalSocket> guard(peer);
-  for (int line = 0; line < LinesAtOnce && peer->canReadLine(); ++line) {
-    Take(peer->readLine());
-    if (!guard || !guard->parent()) return;  // the box was closed over it
-  }
-  if (peer->canReadLine()) {
+  const Writer writer = TakeLines(*peer, [&](const QString& text) {
+    Take(text);
+    return guard && guard->parent();  // otherwise the box was closed over it
+  });
+  if (!guard || !guard->parent()) return;
+  if (writer == Writer::HasMore) {
     QTimer::singleShot(0, peer, [this, peer] { Hear(peer); });
-  } else if (peer->bytesAvailable() >= LongestWord || peer->state() != QLocalSocket::ConnectedState) {
+  } else if (writer == Writer::WritesTooMuch || peer->state() != QLocalSocket::ConnectedState) {
     DropPeer(peer);
   }
 }
 
-void SocketMailbox::Take(const QByteArray& line) {
-  QString text = QString::fromUtf8(line);
-  while (text.endsWith(u'\n') || text.endsWith(u'\r')) text.chop(1);
+void SocketMailbox::Take(const QString& text) {
   text_ = text;
   if (Changed) Changed();
 }

@@ -27,7 +27,7 @@ class SocketMailbox : public Mailbox {
  private:
   void Accept();
   void Hear(QLocalSocket* peer);
-  void Take(const QByteArray& line);
+  void Take(const QString& text);
 
   QString name_;
   QString folder_;
