@@ -49,7 +49,7 @@ Held HeldNow() {
   QPixmapCache::clear();
   held.files = static_cast<qint64>(QDir(u"/proc/self/fd"_qs).entryList(QDir::Files | QDir::System).size());
   const struct mallinfo2 info = mallinfo2();
-  held.inUse = static_cast<qint64>(info.uordblks + info.hblkhd);
+  held.inUse = static_cast<qint64>(info.uordblks) + static_cast<qint64>(info.hblkhd);
   QFile statm(u"/proc/self/statm"_qs);
   if (statm.open(QIODevice::ReadOnly)) {
     held.resident = statm.readAll().split(' ').value(1).toLongLong() * ::sysconf(_SC_PAGESIZE);
@@ -90,7 +90,8 @@ Entry Year::AnyRecord(Moment from, int days) {
 void Year::Fill() {
   Store store(program_.StorePath());
   const Moment now = Local();
-  rules_.Reserve(static_cast<std::size_t>(alarms_ + kSeries * 800));
+  constexpr std::size_t occurrences = 800;
+  rules_.Reserve(static_cast<std::size_t>(alarms_) + kSeries * occurrences);
   AddSeries();
   store.InTransaction([&] {
     for (left_ = alarms_; left_ > alarms_ / 2; --left_) {

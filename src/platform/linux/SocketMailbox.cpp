@@ -71,7 +71,10 @@ void SocketMailbox::Hear(QLocalSocket* peer) {
   });
   if (!guard || !guard->parent()) return;
   if (writer == Writer::HasMore) {
-    QTimer::singleShot(0, peer, [this, peer] { Hear(peer); });
+    // A peer that is let go lives on for a while, and may outlive the box.
+    QTimer::singleShot(0, &server_, [this, guard] {
+      if (guard && guard->parent()) Hear(guard);
+    });
   } else if (writer == Writer::WritesTooMuch || peer->state() != QLocalSocket::ConnectedState) {
     DropPeer(peer);
   }
