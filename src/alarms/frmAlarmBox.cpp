@@ -27,6 +27,8 @@ constexpr int AlarmTag = 1711;
 constexpr int CountdownTag = 1732;
 constexpr int OffsetInterval = 1000;
 /// A round shorter than this was no sound; then the next one waits a while.
+constexpr int EventLinesAtLeast = 4;
+constexpr int EventLetters = 26;
 constexpr int SilentRound = 50;
 constexpr int SilentPause = 200;
 
@@ -49,6 +51,8 @@ void frmAlarmBox::BuildControls() {
   NameControl(Text1, u"Text1"_qs, tr("Událost"));
   MakeTextBox(Text1, 0, events(), speech());
   Text1->setFocusPolicy(Qt::ClickFocus);
+  WidenFor(Text1, QString(EventLetters, u'n'));
+  Text1->setMinimumHeight(EventLinesAtLeast * Text1->fontMetrics().lineSpacing());
   column->addWidget(Text1);
 
   const auto button = [&](const char* name, const QString& caption, void (frmAlarmBox::*click)()) {

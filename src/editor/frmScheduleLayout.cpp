@@ -22,7 +22,7 @@
 namespace talnik {
 namespace {
 
-constexpr int NoteLines = 5;
+constexpr int NoteLines = 3;
 
 /// The lists that can only be chosen from; the form speaks for them.
 ChoiceList* MakeList(QWidget* parent, const QString& name, const QStringList& lines) {
@@ -46,6 +46,17 @@ bool IsPageKey(const Key& key) {
   return key.Is(Qt::Key_PageUp) || key.Is(Qt::Key_PageDown);
 }
 
+/// Parts of controls beside each other; a narrow screen gets the parts below each other.
+QBoxLayout* MakeWideRow(const QList<QList<QWidget*>>& parts) {
+  auto* row = new QHBoxLayout;
+  for (const auto& part : parts) {
+    auto* group = new QHBoxLayout;
+    for (QWidget* control : part) group->addWidget(control, qobject_cast<ChoiceList*>(control) ? 1 : 0);
+    row->addLayout(group, 1);
+  }
+  return row;
+}
+
 }  // namespace
 
 void frmSchedule::BuildControls() {
@@ -56,6 +67,7 @@ void frmSchedule::BuildControls() {
   rows->addLayout(BuildPositionRow());
   rows->addLayout(BuildButtonRow());
   OrderTabs();
+  for (QLineEdit* field : {Text3, Text4, Text5}) WidenFor(field, u"28.12.2028 20:28:28"_qs);
 }
 
 QLineEdit* frmSchedule::MakeField(const QString& name, const QString& accessibleName) {
@@ -75,6 +87,7 @@ QBoxLayout* frmSchedule::BuildTextRow() {
   lblNote = MakeLabel(this, u"lblNote"_qs, tr("Poznámka:"));
   Text1 = new NoteBox(AppointmentSize, this);
   NameControl(Text1, u"Text1"_qs);
+  Text1->ensurePolished();
   Text1->setMinimumHeight(NoteLines * Text1->fontMetrics().lineSpacing());
   lblNote->setBuddy(Text1);
   auto* row = new QVBoxLayout;
@@ -90,9 +103,7 @@ QBoxLayout* frmSchedule::BuildTimeRow() {
   cmdPickDate1 = MakePicker(u"cmdPickDate1"_qs, tr("Vybrat datum a čas"));
   Text4 = MakeField(u"Text4"_qs, tr("Ukončení"));
   cmdPickDate2 = MakePicker(u"cmdPickDate2"_qs, tr("Vybrat datum a čas ukončení"));
-  auto* row = new QHBoxLayout;
-  for (QWidget* control : QList<QWidget*>{lblTime, Text3, cmdPickDate1, Text4, cmdPickDate2}) row->addWidget(control);
-  return row;
+  return MakeWideRow({{lblTime, Text3, cmdPickDate1}, {Text4, cmdPickDate2}});
 }
 
 QBoxLayout* frmSchedule::BuildAlarmRow() {
@@ -113,11 +124,7 @@ QBoxLayout* frmSchedule::BuildAlarmRow() {
   holder->setContentsMargins(0, 0, 0, 0);
   holder->addWidget(chkAlarm);
   holder->addWidget(Image2);
-  auto* row = new QHBoxLayout;
-  row->addWidget(lblAlarm);
-  row->addWidget(cmbUserUnit, 1);
-  for (QWidget* control : QList<QWidget*>{Text5, cmbAlarmUnit, cmdPickDate3, Picture1}) row->addWidget(control);
-  return row;
+  return MakeWideRow({{lblAlarm, cmbUserUnit}, {Text5, cmbAlarmUnit, cmdPickDate3}, {Picture1}});
 }
 
 QBoxLayout* frmSchedule::BuildPositionRow() {
@@ -146,13 +153,7 @@ QBoxLayout* frmSchedule::BuildButtonRow() {
   cmdOK = button(u"cmdOK"_qs, tr("Uložit"));
   cmdStorno = button(u"cmdStorno"_qs, tr("Storno"));
   cmdSound->setEnabled(false);
-  auto* row = new QHBoxLayout;
-  row->addWidget(cmdRepeat);
-  row->addWidget(cmdSound);
-  row->addStretch(1);
-  row->addWidget(cmdOK);
-  row->addWidget(cmdStorno);
-  return row;
+  return MakeWideRow({{cmdRepeat, cmdSound}, {cmdOK, cmdStorno}});
 }
 
 void frmSchedule::OrderTabs() {

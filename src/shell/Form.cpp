@@ -1,13 +1,12 @@
 #include "shell/Form.h"
 
+#include "shell/FitWindow.h"
+
 #include <QComboBox>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
 #include <QPointer>
-#include <QScreen>
-#include <QScrollArea>
-#include <QVBoxLayout>
 #include <QVariant>
 
 #include <algorithm>
@@ -39,22 +38,25 @@ QString LookSheet(const CommonSettings& look, int points) {
     QWidget { background-color: %back; color: %fore; font-family: "Arial"; font-size: %sizept; }
     QWidget:disabled { color: %dim; }
     QLineEdit, QPlainTextEdit, QListView, QComboBox, QAbstractSpinBox, QPushButton {
-      border: 2px solid %fore; selection-background-color: %fore; selection-color: %back; }
+      border: 2px solid %fore; padding: 3px; selection-background-color: %fore; selection-color: %back; }
     QLineEdit:focus, QPlainTextEdit:focus, QListView:focus, QComboBox:focus, QAbstractSpinBox:focus {
-      border: 5px solid %fore; }
+      border: 5px solid %fore; padding: 0; }
     QPushButton { padding: 4px 14px; }
     QPushButton:focus { background-color: %fore; color: %back; border: 5px double %back; }
     QLineEdit:disabled, QPlainTextEdit:disabled, QListView:disabled, QComboBox:disabled, QAbstractSpinBox:disabled,
     QPushButton:disabled { border: 2px dashed %dim; }
     QListView::item:selected { background-color: %fore; color: %back; }
     QComboBox QAbstractItemView { border: 2px solid %fore; selection-background-color: %fore; selection-color: %back; }
-    QCheckBox, QRadioButton { padding: 3px; border: 2px solid %back; }
-    QCheckBox:focus, QRadioButton:focus { border: 2px solid %fore; }
+    QCheckBox, QRadioButton { padding: 3px; border: 2px solid %back; outline: none; }
+    QCheckBox:focus, QRadioButton:focus { padding: 0; border: 5px solid %fore; }
     QCheckBox::indicator, QRadioButton::indicator { width: 22px; height: 22px; border: 3px solid %fore;
       background-color: %back; }
     QRadioButton::indicator { border-radius: 14px; }
     QCheckBox::indicator:checked, QRadioButton::indicator:checked { background-color: %fore; }
     QCheckBox::indicator:disabled, QRadioButton::indicator:disabled { border: 3px dashed %dim; }
+    QGroupBox { border: 2px solid %fore; margin-top: 1em; padding-top: 10px; }
+    QGroupBox::title { subcontrol-origin: margin; left: 12px; padding: 0 6px; }
+    QGroupBox:disabled { border: 2px dashed %dim; }
     QTabBar::tab { border: 2px solid %fore; padding: 4px 14px; }
     QTabBar::tab:selected { background-color: %fore; color: %back; }
     QToolTip { background-color: %back; color: %fore; border: 2px solid %fore; }
@@ -66,39 +68,6 @@ QString LookSheet(const CommonSettings& look, int points) {
       .replace(u"%fore"_qs, look.ForeColor.name())
       .replace(u"%dim"_qs, SubduedColor(look.ForeColor, look.BackColor).name())
       .replace(u"%size"_qs, QString::number(points));
-}
-
-/// What the screen has for a window, without the frame that the desktop draws around it.
-QRect RoomOnScreen(const QWidget& window) {
-  constexpr int side = 10;
-  constexpr int title = 40;
-  return window.screen()->availableGeometry().adjusted(side, 0, -side, -title);
-}
-
-/// Moves all of a window that is larger than the screen into a view that follows the focus, but for its menus.
-void PutIntoScrollArea(QWidget* window) {
-  const QPointer<QWidget> focus = window->focusWidget();
-  QWidget* menuBar = window->layout()->menuBar();
-  window->layout()->setMenuBar(nullptr);
-  auto* inside = new QWidget;
-  auto* area = new QScrollArea(window);
-  area->setFocusPolicy(Qt::NoFocus);
-  area->setFrameShape(QFrame::NoFrame);
-  area->setWidgetResizable(true);
-  inside->setLayout(window->layout());
-  area->setWidget(inside);
-  auto* around = new QVBoxLayout(window);
-  around->setContentsMargins(0, 0, 0, 0);
-  around->addWidget(area);
-  around->setMenuBar(menuBar);
-  // The layout that has left had fixed the window's smallest size.
-  window->setMinimumSize(0, 0);
-  around->activate();
-  if (focus) focus->setFocus();
-  QObject::connect(qApp, &QGuiApplication::focusObjectChanged, area, [area](QObject* now) {
-    auto* control = qobject_cast<QWidget*>(now);
-    if (control && area->isAncestorOf(control)) area->ensureWidgetVisible(control);
-  });
 }
 
 }  // namespace
@@ -134,15 +103,7 @@ void Form::ShowAndGoOn() {
 
 void Form::TakeRoom() {
   ensurePolished();
-  if (layout()) {
-    layout()->activate();
-    const QSize needed = minimumSizeHint();
-    const QSize room = RoomOnScreen(*this).size();
-    if (needed.width() > room.width() || needed.height() > room.height()) {
-      PutIntoScrollArea(this);
-      resize(room);
-    }
-  }
+  if (layout() && FitIntoRoom(*this)) resize(RoomOnScreen(*this).size());
   FitToScreen();
 }
 

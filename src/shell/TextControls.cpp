@@ -2,11 +2,15 @@
 
 #include <QMouseEvent>
 
+#include <algorithm>
+
 namespace talnik {
 
 ListBox::ListBox(QWidget* parent) : QListWidget(parent) {
   setSelectionMode(SingleSelection);
-  setUniformItemSizes(true);
+  // A line that is wider than the list goes on below.
+  setWordWrap(true);
+  setResizeMode(Adjust);
   connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
     if (row >= 0) Q_EMIT Click();
   });
@@ -15,6 +19,13 @@ ListBox::ListBox(QWidget* parent) : QListWidget(parent) {
 QSize ListBox::sizeHint() const {
   constexpr int letters = 34;
   return {letters * fontMetrics().averageCharWidth(), QListWidget::sizeHint().height()};
+}
+
+QSize ListBox::minimumSizeHint() const {
+  constexpr int lines = 4;
+  constexpr int frame = 12;
+  const QSize least = QListWidget::minimumSizeHint();
+  return {least.width(), std::max(least.height(), lines * fontMetrics().lineSpacing() + frame)};
 }
 
 QString ListBox::Line(int index) const {
@@ -35,6 +46,16 @@ void ListBox::focusInEvent(QFocusEvent* event) {
   const QSignalBlocker quiet(hadSelection ? nullptr : this);
   QListWidget::focusInEvent(event);
   if (!hadSelection) setCurrentRow(-1);
+}
+
+void WidenFor(QWidget* field, const QString& sample) {
+  constexpr int frame = 20;
+  field->ensurePolished();
+  field->setMinimumWidth(field->fontMetrics().horizontalAdvance(sample) + frame);
+}
+
+void WidenForPath(QWidget* field) {
+  WidenFor(field, u"/home/jana/zvuky/alarm.wav"_qs);
 }
 
 }  // namespace talnik

@@ -25,6 +25,8 @@ class ListBox : public QListWidget {
 
   /// Wide enough for what lines usually hold, in the type of the list.
   QSize sizeHint() const override;
+  /// Some lines, however much a window holds below each other.
+  QSize minimumSizeHint() const override;
 
  Q_SIGNALS:
   void Click();
@@ -33,5 +35,11 @@ class ListBox : public QListWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void focusInEvent(QFocusEvent* event) override;
 };
+
+/// Lets as much of a field be seen as `sample` takes, in the type of the field, however narrow its window.
+void WidenFor(QWidget* field, const QString& sample);
+
+/// The same for a path or an address of usual length.
+void WidenForPath(QWidget* field);
 
 }  // namespace talnik

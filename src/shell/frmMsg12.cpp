@@ -23,6 +23,27 @@ constexpr int LargestType = 200;  ///< that a setting can ask for
 constexpr int ResizeStep = 10;
 /// What quotes more than this of a record would take seconds to lay out.
 constexpr qsizetype LongestMessage = 10'000;
+/// Around the text of a message, with its scroll bar.
+constexpr int Margins = 60;
+
+int WidestOn(const QSize& screen) {
+  return screen.width() * 4 / 5;
+}
+
+int HighestOn(const QSize& screen) {
+  return screen.height() / 2;
+}
+
+/// The type in which two lines of some letters can be seen at once, so that there is something to read.
+int LargestTypeOn(const QSize& screen) {
+  constexpr int sample = 100;
+  constexpr int lines = 2;
+  constexpr int letters = 8;
+  const QFontMetrics metrics(QFont(u"Arial"_qs, sample));
+  const int high = sample * (HighestOn(screen) - Margins) / (lines * metrics.lineSpacing());
+  const int wide = sample * (WidestOn(screen) - Margins) / (letters * metrics.averageCharWidth());
+  return std::min(high, wide);
+}
 
 }  // namespace
 
@@ -84,7 +105,8 @@ void frmMsg12::AnswerNoByEnter() {
 }
 
 int frmMsg12::Show() {
-  SetTypeSize(txtMessage, std::clamp(services().setting.InfoTextSize, SmallestType, LargestType));
+  const int largest = std::clamp(LargestTypeOn(screen()->availableSize()), SmallestType, LargestType);
+  SetTypeSize(txtMessage, std::clamp(services().setting.InfoTextSize, SmallestType, largest));
   GiveRoom();
   ShowModal();
   return dialogResult_;
@@ -150,12 +172,11 @@ void frmMsg12::ResizeType(int step) {
 void frmMsg12::GiveRoom() {
   const QSize available = screen()->availableSize();
   const QFontMetrics metrics(txtMessage->font());
-  const int margins = 2 * metrics.height();
-  const int widest = available.width() * 4 / 5;
+  const int widest = WidestOn(available);
   const QRect needed =
-      metrics.boundingRect(QRect(0, 0, widest - margins, 0), Qt::TextWordWrap, txtMessage->toPlainText());
-  const int height = std::min(needed.height() + margins, available.height() / 2);
-  txtMessage->setMinimumSize(std::clamp(needed.width() + margins, available.width() / 3, widest), height);
+      metrics.boundingRect(QRect(0, 0, widest - Margins, 0), Qt::TextWordWrap, txtMessage->toPlainText());
+  const int height = std::min(needed.height() + metrics.height() + Margins, HighestOn(available));
+  txtMessage->setMinimumSize(std::clamp(needed.width() + Margins, available.width() / 3, widest), height);
 }
 
 void frmMsg12::Close(int result) {

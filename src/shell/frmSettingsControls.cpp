@@ -1,4 +1,5 @@
 #include "shell/SettingsValues.h"
+#include "shell/TextControls.h"
 #include "shell/Texts.h"
 #include "shell/VoiceDialog.h"
 #include "shell/cStandardEditBox.h"
@@ -17,7 +18,7 @@ namespace talnik {
 namespace {
 
 /// What is longer could not be read back.
-constexpr int LongestValue = 1023;
+constexpr int LongestEntry = 1023;
 
 constexpr int OrdinaryText = 0;
 constexpr int PasswordText = 3;
@@ -78,6 +79,7 @@ void frmSettings::BuildGeneral() {
   cmdTimeOutSnd = MakeButton(tab1, "cmdTimeOutSnd", tr("Procházet..."));
   txtTimeOutSnd = MakeField(tab1, "txtTimeOutSnd", lblTimeOutSnd, tr("Zvuk pro minutník:"), cmdTimeOutSnd);
   chkRepeatTimeout = MakeCheck(tab1, "chkRepeatTimeout", tr("Opakovat zvuk minutníku"));
+  for (QLineEdit* field : {txtAlarmSnd, txtTimeOutSnd}) WidenForPath(field);
   grid->setRowStretch(grid->rowCount(), 1);
   // The combination is shown, not typed.
   txtHotKey->setReadOnly(true);
@@ -93,6 +95,7 @@ void frmSettings::BuildGoogle() {
   txtGoogleLoginPassword =
       MakeField(tab2, "txtGoogleLoginPassword", lblGoogleLoginPassword, tr("Heslo pro přihlášení:"));
   txtAutSync = MakeField(tab2, "txtAutSync", lblAutSync, tr("Čas automatické synchronizace:"));
+  WidenForPath(txtGoogleLoginName);
   GridOf(tab2)->setRowStretch(GridOf(tab2)->rowCount(), 1);
   txtGoogleLoginPassword->setEchoMode(QLineEdit::Password);
   SetControlId(txtGoogleLoginName, 11);
@@ -125,7 +128,7 @@ QLineEdit* frmSettings::MakeField(QWidget* tab, const char* name, QLabel*& label
   NameControl(label, u"lbl"_qs + fieldName.mid(3));
   auto* field = new QLineEdit(tab);
   NameControl(field, fieldName);
-  field->setMaxLength(LongestValue);
+  field->setMaxLength(LongestEntry);
   label->setBuddy(field);
   QGridLayout* grid = GridOf(tab);
   const int row = grid->rowCount();

@@ -1,6 +1,7 @@
 #include "timetools/frmDingPeriod.h"
 
 #include "shell/ChooseFile.h"
+#include "shell/TextControls.h"
 #include "shell/Texts.h"
 #include "shell/VoiceDialog.h"
 #include "shell/cSetting.h"
@@ -53,6 +54,7 @@ void frmDingPeriod::BuildControls() {
   cmdCancel = new QPushButton(tr("Storno"), this);
   NameControl(lbSndName, u"lbSndName"_qs);
   NameControl(Text1, u"Text1"_qs);
+  WidenForPath(Text1);
   NameControl(cmdBrowse, u"cmdBrowse"_qs);
   NameControl(chkVoice, u"chkVoice"_qs);
   NameControl(cmdOK, u"cmdOK"_qs);

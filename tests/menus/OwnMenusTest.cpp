@@ -1,5 +1,6 @@
 #include "menus/OwnMenus.h"
 #include "shell/ControlEvents.h"
+#include "support/Contrast.h"
 #include "support/FormWorld.h"
 
 #include <QApplication>
@@ -145,6 +146,24 @@ TEST(OwnMenus, ABarOfAnotherWindowThatIsTooNarrowIsSaidOnce) {
   ASSERT_TRUE(FormDriver::Until([&] { return other.isActiveWindow() && field.hasFocus(); }));
   window.Heard();
   window.Play("F10 > say: Talník | Down > say: Talník Import... podnabídka | Escape > say: Talník");
+}
+
+TEST(OwnMenus, EveryStateOfAnItemStandsOut) {
+  MenuWindow window;
+  auto* menu = window.actions[u"mnuFile"_qs]->menu();
+  menu->popup(QPoint(0, 0));
+  for (QAction* lit : {window.actions[u"mnuExit"_qs], window.actions[u"mnuGone"_qs]}) {
+    menu->setActiveAction(lit);
+    FormDriver::Settle();
+    const QImage picture = menu->grab().toImage();
+    for (QAction* item : {window.actions[u"mnuExit"_qs], window.actions[u"mnuGone"_qs]}) {
+      EXPECT_GE(Contrast(picture.copy(menu->actionGeometry(item))), Readable)
+          << item->objectName().toStdString() << (item == lit ? " highlighted" : "");
+    }
+  }
+  menu->close();
+  window.menuBar()->setActiveAction(window.actions[u"mnuTime"_qs]);
+  EXPECT_GE(Contrast(window.menuBar()->grab().toImage()), Readable);
 }
 
 TEST(OwnMenus, TypeAndColoursFollowTheSettingsAndTheBarFits) {

@@ -10,8 +10,6 @@
 #include <QScrollArea>
 #include <QVBoxLayout>
 
-#include <cmath>
-
 namespace talnik::test {
 namespace {
 
@@ -203,22 +201,6 @@ TEST(Form, AWindowTallerThanTheScreenIsScrolledToTheFocus) {
   });
   form.Open();
   EXPECT_TRUE(w.driver.AllCame());
-}
-
-TEST(Form, UnavailableControlsStayReadable) {
-  const auto luminance = [](const QColor& color) {
-    const auto part = [](double c) { return c <= 0.03928 ? c / 12.92 : std::pow((c + 0.055) / 1.055, 2.4); };
-    return 0.2126 * part(color.redF()) + 0.7152 * part(color.greenF()) + 0.0722 * part(color.blueF());
-  };
-  for (const auto& [fore, back] : {std::pair(QColor(255, 255, 0), QColor(0, 0, 0)),
-                                   {Qt::black, Qt::yellow},
-                                   {Qt::white, Qt::blue},
-                                   {Qt::darkBlue, Qt::white}}) {
-    const double one = luminance(SubduedColor(fore, back));
-    const double other = luminance(back);
-    EXPECT_GE((std::max(one, other) + 0.05) / (std::min(one, other) + 0.05), 7.0) << fore.name().toStdString();
-  }
-  EXPECT_EQ(SubduedColor(Qt::gray, Qt::white), QColor(Qt::gray));
 }
 
 }  // namespace
