@@ -1,10 +1,15 @@
 #include "platform/Daemons.h"
 #include "platform/linux/OneVoice.h"
+#include "platform/linux/ReaderFocus.h"
 
+#include <QComboBox>
 #include <QDBusMessage>
 #include <QDBusVariant>
 #include <QDBusVirtualObject>
+#include <QLabel>
+#include <QLineEdit>
 #include <QTest>
+#include <QVBoxLayout>
 
 #include <gtest/gtest.h>
 
@@ -204,6 +209,26 @@ TEST(ReaderVoice, TellsAnAlarmWhereverTheUserIs) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return told == QStringList{u"Schůze"_qs}; }));
   voice.Stop();
   EXPECT_FALSE(voice.IsSpeaking());
+}
+
+TEST(ReaderFocus, TheLineOfADropDownListIsLeftToUs) {
+  QWidget window;
+  window.setWindowTitle(u"Zopakovat"_qs);
+  QVBoxLayout layout(&window);
+  QLabel label(u"Opakuje se:"_qs);
+  QComboBox list;
+  QLineEdit line(u"denně"_qs);
+  list.addItem(u"denně"_qs);
+  label.setBuddy(&list);
+  for (QWidget* widget : {static_cast<QWidget*>(&label), static_cast<QWidget*>(&list), static_cast<QWidget*>(&line)}) {
+    layout.addWidget(widget);
+  }
+  window.show();
+  ASSERT_TRUE(QTest::qWaitForWindowActive(&window));
+  list.setFocus();
+  EXPECT_EQ(WhatIsLeft(u"Zopakovat Opakuje se: denně"_qs, LookAtFocus().words), u"denně"_qs);
+  line.setFocus();
+  EXPECT_EQ(WhatIsLeft(u"Zopakovat denně"_qs, LookAtFocus().words), QString());
 }
 
 }  // namespace

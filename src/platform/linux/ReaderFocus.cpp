@@ -48,10 +48,14 @@ ReaderFocus LookAtFocus() {
   focus.isText = qobject_cast<QLineEdit*>(control) || qobject_cast<QPlainTextEdit*>(control);
   focus.value = ValueOf(control);
   focus.words = LabelsOf(control);
-  for (QWidget* around = control; around; around = around->isWindow() ? nullptr : around->parentWidget()) {
+  // Of a list that drops down the reader says the label, and neither the line at first nor the one that a key moves to.
+  const bool isDropDown = qobject_cast<QComboBox*>(control);
+  for (QWidget* around = isDropDown ? control->parentWidget() : control; around;
+       around = around->isWindow() ? nullptr : around->parentWidget()) {
     focus.words << NameOf(around);
   }
-  focus.words << control->window()->windowTitle() << focus.value;
+  focus.words << control->window()->windowTitle();
+  if (!isDropDown) focus.words << focus.value;
   if (auto* list = qobject_cast<QAbstractItemView*>(control)) {
     focus.words << list->currentIndex().data(Qt::AccessibleTextRole).toString()
                 << list->currentIndex().data(Qt::DisplayRole).toString();
