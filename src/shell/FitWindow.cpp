@@ -62,6 +62,9 @@ void StandOnEnd(QGridLayout& grid) {
     grid.getItemPosition(0, &row, &column, &rows, &columns);
     cells[{row, column}] = {grid.takeAt(0), grid.rowStretch(row)};
   }
+  // An empty row at the end keeps the others together.
+  const int bottom = grid.rowStretch(grid.rowCount() - 1);
+  const bool endsEmpty = !cells.empty() && cells.rbegin()->first.first < grid.rowCount() - 1;
   for (int row = 0; row < grid.rowCount(); ++row) grid.setRowStretch(row, 0);
   for (int column = 0; column < grid.columnCount(); ++column) grid.setColumnStretch(column, column == 0 ? 1 : 0);
   int row = 0;
@@ -73,6 +76,7 @@ void StandOnEnd(QGridLayout& grid) {
     }
     grid.setRowStretch(row++, cell.stretch);
   }
+  if (endsEmpty) grid.setRowStretch(row, bottom);
 }
 
 void StandOnEnd(QLayout* layout) {
