@@ -95,8 +95,7 @@ TEST(RecurrPopulate, NamesWhatExceptionsWouldBeCalled) {
   time.ids = &ids;
   const SpawnSeries series = Daily("2.1.2024 9:00");
   Spawned(series, time);
-  EXPECT_EQ(ids.Ids(),
-            QSet<QString>({series.id + u"_20240103T080000Z"_qs, series.id + u"_20240104T080000Z"_qs}));
+  EXPECT_EQ(ids.Ids(), QSet<QString>({series.id + u"_20240103T080000Z"_qs, series.id + u"_20240104T080000Z"_qs}));
   EXPECT_TRUE(ids.Contains(series.id + u"_20240104T080000Z"_qs));
   Spawned(Daily("2.1.2024"), time);
   EXPECT_TRUE(ids.Contains(series.id + u"_20240103"_qs));
