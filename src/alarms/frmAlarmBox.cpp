@@ -26,9 +26,10 @@ Q_LOGGING_CATEGORY(boxTrace, "talnik.trace", QtWarningMsg)
 constexpr int AlarmTag = 1711;
 constexpr int CountdownTag = 1732;
 constexpr int OffsetInterval = 1000;
-/// A round shorter than this was no sound; then the next one waits a while.
+/// However small the screen, so much of the event can be seen at once.
 constexpr int EventLinesAtLeast = 4;
 constexpr int EventLetters = 26;
+/// A round shorter than this was no sound; then the next one waits a while.
 constexpr int SilentRound = 50;
 constexpr int SilentPause = 200;
 

@@ -25,14 +25,14 @@ int ShiftHour(int hour, const ZoneBiases& biases, int sign) {
 QString ToUtcStamp(const QString& dateText, const ZoneBiases& biases, const Date& today) {
   const auto date = CDate(dateText, today);
   if (!date) return QString();
-  const QString day = QString::number(date->Year()) + TwoCharacters(date->Month()) + TwoCharacters(date->Day());
+  QString day = QString::number(date->Year()) + TwoCharacters(date->Month()) + TwoCharacters(date->Day());
   if (!dateText.contains(u':')) return day;
   return day + u'T' + TwoCharacters(ShiftHour(date->Hour(), biases, 1)) + TwoCharacters(date->Minute()) +
          TwoCharacters(date->Second()) + u'Z';
 }
 
 QString FromUtcStamp(const QString& stamp, const ZoneBiases& biases) {
-  const QString day = stamp.mid(6, 2) + u'.' + stamp.mid(4, 2) + u'.' + stamp.left(4);
+  QString day = stamp.mid(6, 2) + u'.' + stamp.mid(4, 2) + u'.' + stamp.left(4);
   if (!stamp.contains(u'T')) return day;
   bool isNumber = false;
   const int hour = stamp.mid(9, 2).toInt(&isNumber);

@@ -57,7 +57,7 @@ void NoteBox::Show(const QString& text) {
 QString NoteBox::WhatFits(const QString& text) {
   const qsizetype selected = textCursor().selectionEnd() - textCursor().selectionStart();
   const qsizetype room = size_ - (document()->characterCount() - 1 - selected);
-  const QString fits = CutToSize(text, std::max<qsizetype>(room, 0));
+  QString fits = CutToSize(text, std::max<qsizetype>(room, 0));
   if (fits.size() < text.size()) Q_EMIT Refused();
   return fits;
 }

@@ -5,7 +5,6 @@
 #include "editor/SaveRecord.h"
 #include "editor/StoreFailures.h"
 #include "editor/frmSchedule.h"
-#include "platform/WholeFile.h"
 #include "shell/Paths.h"
 #include "shell/VoiceDialog.h"
 #include "store/Recordset.h"
@@ -20,13 +19,13 @@ namespace {
 
 constexpr int FilesInOneGo = 50;
 
-/// A file that cannot be deleted stays, and so does what lies outside the Record folder; a bare name is one of the
-/// current folder. Timers and the screen go on, keys wait.
+/// A file that cannot be deleted stays; a bare name is one of the current folder. Timers and the screen go on, keys
+/// wait.
 void DeleteNotes(const QStringList& notes, const QString& recordFolder) {
   int deleted = 0;
   for (const QString& note : notes) {
     const bool isBare = note == ExtractFileName(note);
-    RemoveFileIn(recordFolder, isBare ? note : FindNote(note, recordFolder));
+    QFile::remove(isBare ? note : FindNote(note, recordFolder));
     if (++deleted % FilesInOneGo == 0) QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   }
 }

@@ -69,7 +69,7 @@ QString frmSchedule::AdoptRecording() {
   if (MMControl1->Mode() == ModeRecording) EndRecording();
   if (!FileExists(FreshRecording())) return QString();
   MMControl1->Close();
-  const QString name = AdoptNewRecording(context_.paths.RecordFolder, Now());
+  QString name = AdoptNewRecording(context_.paths.RecordFolder, Now());
   if (name.isEmpty()) dialogs().Warn(tr("Nahrávku nelze uložit: ") + FreshRecording());
   return name;
 }

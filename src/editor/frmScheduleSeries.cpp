@@ -49,7 +49,6 @@ bool frmSchedule::EditSeries(const QString& newRule) {
   }
   const ScheduleRecord row = Data1->Row();
   RuleEdit edit;
-  edit.recordFolder = context_.paths.RecordFolder;
   edit.guid = StripAtNul(row.guid);
   edit.newRule = newRule;
   edit.title = Text1->Text();
@@ -103,7 +102,7 @@ bool frmSchedule::Deleted(const std::function<DeleteOutcome()>& deletion, bool& 
 void frmSchedule::RemoveNote(const QString& path) {
   if (path.isEmpty()) return;
   MMControl1->Close();
-  RemoveUnusedNote(context_.store, path, context_.paths.RecordFolder);
+  RemoveUnusedNote(context_.store, path);
 }
 
 void frmSchedule::DeleteOne() {

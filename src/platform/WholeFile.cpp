@@ -84,13 +84,6 @@ bool WriteWholeFile(const QString& path, const QByteArray& bytes, Readers reader
       path, [&bytes](QIODevice& file) { return file.write(bytes) == bytes.size(); }, readers, reason);
 }
 
-bool RemoveFileIn(const QString& folder, const QString& path) {
-  const QString inside = QFileInfo(folder).canonicalFilePath();
-  const QFileInfo file(path);
-  return !inside.isEmpty() && file.isFile() && QFileInfo(file.absolutePath()).canonicalFilePath() == inside &&
-         QFile::remove(path);
-}
-
 void SweepFolder(const QString& folder, const QStringList& names) {
   static const QRegularExpression ending(u"\\.[A-Za-z]{6}$"_qs);
   constexpr qint64 youngSeconds = 3600;

@@ -25,9 +25,6 @@ bool ReplaceFile(const QString& path, const std::function<bool(QIODevice& file)>
 /// The same with bytes that are at hand.
 bool WriteWholeFile(const QString& path, const QByteArray& bytes, Readers readers, QString& reason);
 
-/// Removes a file that lies directly in the folder; what a path leads to elsewhere stays. False when nothing went.
-bool RemoveFileIn(const QString& folder, const QString& path);
-
 /// Removes from a folder what ReplaceFile left of these names when the process was killed within it. What is young may
 /// be under way; a link and what is another user's stay.
 void SweepFolder(const QString& folder, const QStringList& names);

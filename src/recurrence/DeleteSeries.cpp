@@ -1,5 +1,4 @@
 #include "dates/UtcStamp.h"
-#include "platform/WholeFile.h"
 #include "recurrence/EditSeries.h"
 #include "shell/Paths.h"
 #include "store/Recordset.h"
@@ -126,9 +125,9 @@ bool CheckSoundFileUsage(Store& store, const QString& name) {
   return AnyRow(store, statements::NamingSound(name)).value_or(true);
 }
 
-void RemoveUnusedNote(Store& store, const QString& path, const QString& recordFolder) {
+void RemoveUnusedNote(Store& store, const QString& path) {
   if (!QDir::isAbsolutePath(path) || CheckSoundFileUsage(store, ExtractFileName(path))) return;
-  RemoveFileIn(recordFolder, path);
+  QFile::remove(path);
 }
 
 }  // namespace talnik

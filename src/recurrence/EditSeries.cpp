@@ -1,7 +1,6 @@
 #include "recurrence/EditSeries.h"
 
 #include "dates/UtcStamp.h"
-#include "platform/WholeFile.h"
 #include "recurrence/SpawnedRows.h"
 #include "shell/Paths.h"
 #include "store/Recordset.h"
@@ -255,7 +254,7 @@ void RuleChange::DeleteNotes() const {
     // The new root names it still.
     if (note == edit_.note.trimmed()) continue;
     // A bare name would be looked for in whatever folder the program happens to stand in.
-    if (QDir::isAbsolutePath(note)) RemoveFileIn(edit_.recordFolder, note);
+    if (QDir::isAbsolutePath(note) && FileExists(note)) QFile::remove(note);
   }
 }
 

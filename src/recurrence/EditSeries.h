@@ -52,7 +52,6 @@ struct RuleEdit {
   QString note = {};               ///< Text2
   Date start = {};                 ///< Text3
   std::optional<Date> alarm = {};  ///< alarmtime of the current row
-  QString recordFolder = {};       ///< no note outside it is deleted
 };
 
 /// How a change of rule talks to the user.
@@ -94,8 +93,7 @@ bool DeleteSeriesIfEmpty(Store& store, const QString& guid);
 /// True while a row names exactly this file as its voice note.
 bool CheckSoundFileUsage(Store& store, const QString& name);
 
-/// Deletes the voice note at `path` unless a row still names it or it lies outside the Record folder. Release the
-/// player before.
-void RemoveUnusedNote(Store& store, const QString& path, const QString& recordFolder);
+/// Deletes the voice note at `path` unless a row still names it. Release the player before.
+void RemoveUnusedNote(Store& store, const QString& path);
 
 }  // namespace talnik

@@ -91,7 +91,7 @@ void DeleteRegistryValue(Registry& registry, const QString& key, const QString& 
 
 QString TakeSelectedFile(Registry& registry) {
   const QString name = u"SelectedFile"_qs;
-  const QString path = GetRegistryValue(registry, CommonKey(), QString(), name, QString()).toString();
+  QString path = GetRegistryValue(registry, CommonKey(), QString(), name, QString()).toString();
   SaveRegistryValue(registry, CommonKey(), QString(), name, QString());
   return path;
 }

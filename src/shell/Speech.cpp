@@ -118,7 +118,7 @@ void Speech::Speak(const QString& text, bool character, bool append, Voice::Urge
   spokeInThisTurn_ = true;
 }
 
-void Speech::Signal(int code, std::function<void()> sounded) {
+void Speech::Signal(int code, const std::function<void()>& sounded) {
   const bool plays = PlaySignalFile(code, [sounded](Sound::Ending) { sounded(); });
   if (!plays) QTimer::singleShot(0, this, sounded);
 }

@@ -40,7 +40,7 @@ class Speech : public QObject {
   bool IsSpeaking() { return VoiceCommand(AskSpeaking, 0, QString()) != 0; }
   void Signal(int code) { VoiceCommand(PlaySignal, code, QString()); }
   /// The same; `sounded` runs from the event loop when the signal has been heard, or at once when it cannot be.
-  void Signal(int code, std::function<void()> sounded);
+  void Signal(int code, const std::function<void()>& sounded);
 
   /// Speaks an alarm's words, which other programs' speech gives way to.
   void SayImportant(const QString& text);

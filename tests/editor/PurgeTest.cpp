@@ -92,28 +92,6 @@ TEST_F(Purge, RowsOfEveryRoleGoWithTheirNotes) {
   EXPECT_TRUE(QFile::exists(young));
 }
 
-TEST_F(Purge, WhatARowNamesOutsideTheRecordFolderStays) {
-  const QString outside = folder.filePath(u"dopis.odt"_qs);
-  const QString link = paths.RecordFolder + u"/odkaz.001"_qs;
-  EXPECT_TRUE(QFile(outside).open(QIODevice::WriteOnly) && QFile::link(outside, link));
-  AddWithNote("1.1.2024", "cesta", outside);
-  AddWithNote("2.1.2024", "oklikou", paths.RecordFolder + u"/../dopis.odt"_qs);
-  AddWithNote("3.1.2024", "odkaz", link);
-  AddWithNote("4.1.2024", "jméno", u"dopis.odt"_qs);
-  AddWithNote("20.1.2024", "dnes", QString());
-  const QString before = QDir::currentPath();
-  QDir::setCurrent(folder.path());
-  Run([&](frmSchedule& form) {
-    driver.Press(Qt::Key_PageDown, Qt::ControlModifier);
-    driver.ExpectAndPress(u"frmMsg12"_qs, Qt::Key_Return);
-    Command(form, "mnuDeleteOld");
-  });
-  QDir::setCurrent(before);
-  EXPECT_EQ(Left(), "dnes");
-  EXPECT_TRUE(QFile::exists(outside));
-  EXPECT_FALSE(QFileInfo(link).isSymLink()) << "the link itself lay there";
-}
-
 TEST_F(Purge, AFailureIsToldAndKeepsRowsAndNotes) {
   const QString note = MakeNote("a.001");
   AddWithNote("2.1.2024", "starý", note);

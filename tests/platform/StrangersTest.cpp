@@ -114,18 +114,6 @@ TEST_F(StrangersAtFiles, ALinkOfOurOwnIsFollowedAndAnothersIsNot) {
   EXPECT_EQ(ReadFile(In("target")), "new");
 }
 
-TEST_F(StrangersAtFiles, OnlyWhatLiesInTheFolderIsRemoved) {
-  ASSERT_TRUE(MakePrivateFolder(In("Record/sub")) && QFile::link(In("Record"), In("way")));
-  for (const char* name : {"outside", "Record/a", "Record/b", "Record/sub/c"}) WriteFile(In(name), "x");
-  ASSERT_TRUE(QFile::link(In("outside"), In("Record/link")));
-  const std::pair<const char*, bool> cases[] = {
-      {"outside", false},     {"Record/../outside", false}, {"Record/sub/c", false},   {"Record/sub", false},
-      {"Record/none", false}, {"Record/link", true},        {"Record/sub/../a", true}, {"way/b", true}};
-  for (const auto& [name, goes] : cases) EXPECT_EQ(RemoveFileIn(In("Record"), In(name)), goes) << name;
-  EXPECT_FALSE(RemoveFileIn(QString(), In("outside"))) << "no folder";
-  EXPECT_EQ(ReadFile(In("outside")), "x");
-}
-
 TEST_F(StrangersAtFiles, OnlyOldTemporariesOfOurOwnAreSwept) {
   struct Case {
     const char* name;

@@ -133,11 +133,11 @@ TEST_F(DeleteTest, NotesAreInUseByTheirExactName) {
   EXPECT_FALSE(CheckSoundFileUsage(series.store, u"A01.2"_qs));
   series.store.Execute({u"UPDATE schedule SET wav='A01.2' WHERE status=9"_qs, {}});
   EXPECT_TRUE(CheckSoundFileUsage(series.store, u"A01.2"_qs));
-  RemoveUnusedNote(series.store, note, series.folder.path());
+  RemoveUnusedNote(series.store, note);
   EXPECT_TRUE(QFile::exists(note));
   // A row that names the file by its path does not count.
   series.store.Execute({u"UPDATE schedule SET wav=? WHERE status=9"_qs, {note}});
-  RemoveUnusedNote(series.store, note, series.folder.path());
+  RemoveUnusedNote(series.store, note);
   EXPECT_FALSE(QFile::exists(note));
 }
 
@@ -148,7 +148,7 @@ TEST_F(DeleteTest, AStoreThatIsGoneDeletesNothing) {
   series.Touch(note);
   EXPECT_FALSE(DeleteOccurrence(series.store, *rows, kWinter).done);
   EXPECT_FALSE(DeleteWholeSeries(series.store, series.id, series.folder.path()).done);
-  RemoveUnusedNote(series.store, note, series.folder.path());
+  RemoveUnusedNote(series.store, note);
   EXPECT_TRUE(QFile::exists(note));
 }
 

@@ -44,7 +44,6 @@ struct RuleChangeTest : testing::Test {
   RuleChangeTest() {
     series.AddRoot(series.Root("2.1.2024 9:00", kDaily));
     edit.guid = series.id;
-    edit.recordFolder = series.folder.path();
     edit.newRule = u"RRULE:FREQ=DAILY INTERVAL=2 COUNT=3"_qs;
     edit.title = u"Plavání"_qs;
     edit.start = Moment("3.1.2024 9:00");

@@ -108,7 +108,7 @@ bool PortalKeyboardHook::PortalIsThere() const {
 
 /// The portal answers a request by a signal of an object whose path follows from a token of ours.
 QString PortalKeyboardHook::ExpectResponse() {
-  const QString token = u"talnik"_qs + QString::number(++requests_);
+  QString token = u"talnik"_qs + QString::number(++requests_);
   const QString sender = bus_.baseService().mid(1).replace(u'.', u'_');
   requestPath_ = PortalPath + u"/request/"_qs + sender + u'/' + token;
   return token;
