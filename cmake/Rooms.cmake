@@ -4,8 +4,8 @@ add_library(talnik_options INTERFACE)
 target_compile_options(talnik_options INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
 target_compile_definitions(talnik_options INTERFACE QT_NO_KEYWORDS QT_NO_CAST_FROM_ASCII QT_USE_QSTRINGBUILDER)
 if(TALNIK_SANITIZE)
-  target_compile_options(talnik_options INTERFACE -fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
-  target_link_options(talnik_options INTERFACE -fsanitize=address,undefined)
+  target_compile_options(talnik_options INTERFACE -fsanitize=${TALNIK_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  target_link_options(talnik_options INTERFACE -fsanitize=${TALNIK_SANITIZE})
 endif()
 
 # talnik_room(NAME [LINKS lib...]): every .cpp directly in the folder makes the room; headers are found as "room/File.h".
