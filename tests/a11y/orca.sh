@@ -18,7 +18,10 @@ export TZ=DEMO$((10#$(date -u +%H) - 12)) TALNIK_VOICE=none
 export LANGUAGE=cs
 log=$DESK/orca.log
 
-orca --replace --debug --debug-file="$log" >"$DESK/orca.out" 2>&1 &
+# Each desk has its own: Orca looks for others of the same user, and would end or give way to the one that is in use.
+mkdir -p "$DESK/bin"
+ln -s /bin/false "$DESK/bin/pgrep"
+PATH=$DESK/bin:$PATH orca --debug --debug-file="$log" >"$DESK/orca.out" 2>&1 &
 desk_wait 30 sh -c 'grep -qs "EVENT MANAGER: Activated" "$0"' "$log"
 
 spoken() { sed -nE "s/.*SPEECH OUTPUT: '(.*)'\{.*/\1/p" "$log"; }
