@@ -6,23 +6,12 @@ namespace {
 
 constexpr const char* kDaily = "RRULE:FREQ=DAILY INTERVAL=1 COUNT=5";
 
-/// An edit of the occurrence of 3.1.2024 9:00 to 10:00 that changes nothing.
-RootEdit FromOccurrence(const SeriesStore& series) {
-  RootEdit edit;
-  edit.title = u"Plavání"_qs;
-  edit.start = Moment("3.1.2024 9:00");
-  edit.end = Moment("3.1.2024 10:00");
-  edit.rule = QString::fromLatin1(kDaily);
-  edit.guid = series.id;
-  edit.status = StatusOccurrence;
-  edit.origStart = edit.start;
-  edit.origEnd = edit.end;
-  return edit;
-}
-
-ScheduleRecord RootAfter(SeriesStore& series, const RootEdit& edit) {
-  EXPECT_TRUE(EditRootEvent(series.store, edit));
-  return series.Rows(statements::Roots()).at(0);
+/// "start|end|alarm"; the alarm behind "!" when it is on.
+std::string Times(const ScheduleRecord& row) {
+  const auto text = [](const std::optional<Date>& moment) { return moment ? DateText(*moment) : QString(); };
+  return QStringList{text(row.apptime), text(row.appdur), (row.alarm ? u"!"_qs : QString()) + text(row.alarmtime)}
+      .join(u'|')
+      .toStdString();
 }
 
 /// The user's part of a change of rule.
@@ -80,96 +69,121 @@ TEST(ShiftBySeconds, DropsTheSecondsFirst) {
   EXPECT_EQ(ShiftBySeconds(Moment("31.12.9999 23:59"), 60), std::nullopt);
 }
 
-struct RootEditTest : testing::Test {
-  SeriesStore series;
-  RootEditTest() { series.AddRoot(series.Root("2.1.2024 9:00", kDaily)); }
-};
-
-TEST_F(RootEditTest, AnOccurrenceMovesTheRootByItsShift) {
-  RootEdit edit = FromOccurrence(series);
-  edit.start = Moment("3.1.2024 9:30");
-  edit.end = Moment("3.1.2024 12:00");
-  edit.guid += u"_20240103T080000Z"_qs;
-  ScheduleRecord root = RootAfter(series, edit);
-  EXPECT_EQ(root.appointment, u"Plavání"_qs);
-  EXPECT_EQ(root.apptime, Moment("2.1.2024 9:30"));
-  EXPECT_EQ(root.appdur, Moment("2.1.2024 12:00"));
-  EXPECT_EQ(root.recur, QString::fromLatin1(kDaily));
-  EXPECT_EQ(series.Occurrences().substr(0, 17), "1 2.1.2024 9:00:0") << "they follow at the next rebuild";
-
-  edit = FromOccurrence(series);
-  edit.end.reset();
-  root = RootAfter(series, edit);
-  EXPECT_EQ(root.appdur, root.apptime) << "an end that was taken away";
-}
-
-TEST_F(RootEditTest, AnIdentityThatBeginsWithABarNamesItselfAlone) {
-  ScheduleRecord foreign = series.Root("2.1.2024 9:00", kDaily);
-  foreign.guid = u"_60q30c1g"_qs;
-  series.AddRoot(foreign);
-  RootEdit edit = FromOccurrence(series);
-  edit.guid = foreign.guid;
-  EXPECT_EQ(RootAfter(series, edit).appointment, u"Cvičení"_qs);
-  EXPECT_EQ(series.Rows(statements::Roots()).at(1).appointment, u"Plavání"_qs);
-}
-
-TEST(EditRootEvent, TheAlarmFollowsTheOccurrences) {
+TEST(EditRootEvent, CarriesIntoTheRootWhatChangedInTheRowThatIsShown) {
   struct Case {
     const char* what;
-    std::optional<Date> rootAlarm, origAlarm, alarm, expected;
+    const char* rootAlarm;
+    int shown;  ///< an occurrence of 3.1.2024 9:00 to 10:00, or the root
+    const char *shownAlarm, *start, *end, *alarm;
+    const char* root;
   };
-  const std::vector<Case> cases = {
-      {"moved", Moment("2.1.2024 8:45"), Moment("3.1.2024 8:45"), Moment("3.1.2024 8:30"), Moment("2.1.2024 8:30")},
-      {"taken away", Moment("2.1.2024 8:45"), Moment("3.1.2024 8:45"), {}, {}},
-      {"new", {}, {}, Moment("2.1.2024 21:00"), Moment("1.1.2024 21:00")},
-      {"the same", Moment("2.1.2024 8:45"), Moment("3.1.2024 8:45"), Moment("3.1.2024 8:45"), Moment("2.1.2024 8:45")},
-      {"none", {}, {}, {}, {}},
+  const char *shown = "3.1.2024 9:00", *until = "3.1.2024 10:00";
+  const Case cases[] = {
+      {"moved", "", 1, "", "3.1.2024 9:30", "3.1.2024 12:00", "", "2.1.2024 9:30:00|2.1.2024 12:00:00|"},
+      {"its end taken away", "", 1, "", shown, "", "", "2.1.2024 9:00:00|2.1.2024 9:00:00|"},
+      {"its alarm moved", "2.1.2024 8:45", 1, "3.1.2024 8:45", shown, until, "3.1.2024 8:30",
+       "2.1.2024 9:00:00|2.1.2024 10:00:00|!2.1.2024 8:30:00"},
+      {"its alarm taken away", "2.1.2024 8:45", 1, "3.1.2024 8:45", shown, until, "",
+       "2.1.2024 9:00:00|2.1.2024 10:00:00|"},
+      {"a new alarm", "", 1, "", shown, until, "2.1.2024 21:00",
+       "2.1.2024 9:00:00|2.1.2024 10:00:00|!1.1.2024 21:00:00"},
+      {"the alarm as it was", "2.1.2024 8:45", 1, "3.1.2024 8:45", shown, until, "3.1.2024 8:45",
+       "2.1.2024 9:00:00|2.1.2024 10:00:00|!2.1.2024 8:45:00"},
+      {"the root, whose alarm cannot be taken away here", "2.1.2024 8:00", 9, "", shown, until, "",
+       "3.1.2024 9:00:00|3.1.2024 10:00:00|!2.1.2024 8:00:00"},
+      {"the root with another alarm and no end", "2.1.2024 8:00", 9, "", shown, "", "3.1.2024 7:00",
+       "3.1.2024 9:00:00|3.1.2024 9:00:00|!3.1.2024 7:00:00"},
   };
   for (const Case& c : cases) {
     SeriesStore series;
     ScheduleRecord root = series.Root("2.1.2024 9:00", kDaily);
-    root.alarmtime = c.rootAlarm;
-    root.alarm = c.rootAlarm.has_value();
+    root.alarmtime = MaybeMoment(c.rootAlarm);
+    root.alarm = root.alarmtime.has_value();
     series.AddRoot(root);
-    RootEdit edit = FromOccurrence(series);
-    edit.origAlarm = c.origAlarm;
-    edit.alarm = c.alarm;
-    const ScheduleRecord after = RootAfter(series, edit);
-    EXPECT_EQ(after.alarmtime, c.expected) << c.what;
-    EXPECT_EQ(after.alarm, c.expected.has_value()) << c.what;
+    const std::string occurrences = series.Occurrences();
+    const RootEdit edit{.title = u"Plavání"_qs,
+                        .start = Moment(c.start),
+                        .end = MaybeMoment(c.end),
+                        .alarm = MaybeMoment(c.alarm),
+                        .rule = root.recur,
+                        .guid = series.id + u"_20240103T080000Z"_qs,
+                        .status = c.shown,
+                        .origStart = Moment(shown),
+                        .origEnd = Moment(until),
+                        .origAlarm = MaybeMoment(c.shownAlarm)};
+    EXPECT_TRUE(EditRootEvent(series.store, edit));
+    const ScheduleRecord after = series.Rows(statements::Roots()).at(0);
+    EXPECT_EQ(Times(after), c.root) << c.what;
+    EXPECT_EQ(after.appointment, edit.title) << c.what;
+    EXPECT_EQ(after.recur, root.recur) << c.what;
+    EXPECT_EQ(series.Occurrences(), occurrences) << "they follow at the next rebuild";
   }
 }
 
-TEST(EditRootEvent, FromTheRootValuesAreTakenAsTheyAre) {
+TEST(EditRootEvent, AnIdentityThatBeginsWithABarNamesItselfAlone) {
   SeriesStore series;
-  ScheduleRecord root = series.Root("2.1.2024 9:00", kDaily);
-  root.alarmtime = Moment("2.1.2024 8:00");
-  root.alarm = true;
-  series.AddRoot(root);
-  RootEdit edit = FromOccurrence(series);
-  edit.status = StatusRoot;
-  ScheduleRecord after = RootAfter(series, edit);
-  EXPECT_EQ(after.apptime, edit.start);
-  EXPECT_EQ(after.appdur, edit.end);
-  EXPECT_EQ(after.alarmtime, root.alarmtime) << "an alarm cannot be taken away here";
-  EXPECT_TRUE(after.alarm);
-  edit.alarm = Moment("3.1.2024 7:00");
-  edit.end.reset();
-  after = RootAfter(series, edit);
-  EXPECT_EQ(after.alarmtime, edit.alarm);
-  EXPECT_EQ(after.appdur, edit.start);
+  series.AddRoot(series.Root("2.1.2024 9:00", kDaily));
+  ScheduleRecord foreign = series.Root("2.1.2024 9:00", kDaily);
+  foreign.guid = u"_60q30c1g"_qs;
+  series.AddRoot(foreign);
+  foreign.status = StatusOccurrence;
+  EXPECT_TRUE(EditRootEvent(series.store, Shifted(foreign, u"Plavání"_qs, 0)));
+  EXPECT_EQ(series.Rows(statements::Roots()).at(0).appointment, u"Cvičení"_qs);
+  EXPECT_EQ(series.Rows(statements::Roots()).at(1).appointment, u"Plavání"_qs);
 }
 
-TEST_F(RuleChangeTest, WithoutExceptionsNothingIsAsked) {
-  EXPECT_TRUE(Change());
-  EXPECT_TRUE(user.heard.isEmpty());
-  EXPECT_EQ(series.Summary(), "9 2.1.2024 9:00:00, 1 2.1.2024 9:00:00, 1 4.1.2024 9:00:00, 1 6.1.2024 9:00:00");
-  const ScheduleRecord root = series.Rows(statements::Roots()).at(0);
-  EXPECT_EQ(root.appointment, u"Plavání"_qs);
-  EXPECT_EQ(root.recur, edit.newRule);
-  EXPECT_EQ(root.guid, series.id);
-  EXPECT_EQ(root.appdur, Moment("2.1.2024 10:00"));
-  EXPECT_EQ(series.Spawned(), series.SpawnedAnew());
+TEST_F(RuleChangeTest, AsksOverExceptionsOnlyAndPutsBackThoseThatFit) {
+  const char* const question =
+      "Události od počátku této série budou nahrazeny aktuálně zvolenou událostí a bude obnoveno pravidelné "
+      "opakování událostí podle vámi zvoleného nastavení.";
+  const char* const noRoot = "Nelze najít výchozí záznam pro událost Plavání";
+  const struct {
+    const char* what;
+    QString guid;
+    bool exceptions, answer;
+    const char* heard;
+    const char* after;  ///< null when nothing has changed
+  } cases[] = {
+      {"no exceptions", series.id, false, false, "",
+       "9 2.1.2024 9:00:00, 1 2.1.2024 9:00:00, 1 4.1.2024 9:00:00, 1 6.1.2024 9:00:00"},
+      {"exceptions", series.id, true, true, question,
+       "9 2.1.2024 9:00:00, 1 2.1.2024 9:00:00, 2 4.1.2024 15:00:00, 1 6.1.2024 9:00:00"},
+      {"a refusal", series.id, true, false, question, nullptr},
+      {"the identity of an exception", series.id + u"_20240104T080000Z"_qs, false, true, noRoot, nullptr},
+      {"nobody's identity", u"nobody"_qs, false, true, noRoot, nullptr},
+      {"no identity", QString(), false, true, noRoot, nullptr},
+  };
+  for (const auto& c : cases) {
+    SCOPED_TRACE(c.what);
+    series.store.Execute(statements::DeleteAll());
+    if (c.exceptions) {
+      series.AddMember(StatusChanged, series.id + u"_20240104T080000Z"_qs, "4.1.2024 15:00", "4.1.2024 9:00");
+      series.AddMember(StatusChanged, series.id + u"_20240103T080000Z"_qs, "3.1.2024 15:00", "3.1.2024 9:00");
+      series.AddMember(StatusDeleted, series.id + u"_20240106T080000Z"_qs, "6.1.2024 9:00", "6.1.2024 9:00");
+    }
+    series.AddRoot(series.Root("2.1.2024 9:00", kDaily));
+    const auto before = series.Rows();
+    edit.guid = c.guid;
+    user.answer = c.answer;
+    user.heard.clear();
+    EXPECT_EQ(Change(), c.after != nullptr);
+    EXPECT_EQ(user.heard.join(u'|').toStdString(), c.heard);
+    EXPECT_TRUE(c.after || series.Rows() == before);
+    if (!c.after) continue;
+    EXPECT_EQ(series.Summary(), c.after);
+    const ScheduleRecord root = series.Rows(statements::Roots()).at(0);
+    EXPECT_EQ(root.appointment, u"Plavání"_qs);
+    EXPECT_EQ(root.recur, edit.newRule);
+    EXPECT_EQ(root.guid, series.id);
+    EXPECT_EQ(Times(root), "2.1.2024 9:00:00|2.1.2024 10:00:00|");
+    EXPECT_EQ(series.Spawned(), series.SpawnedAnew());
+    for (const ScheduleRecord& row : series.Rows(statements::Exceptions())) {
+      EXPECT_EQ(row.appointment, u"Cvičení"_qs);
+      EXPECT_EQ(row.guid, series.id + u"_20240104T080000Z"_qs);
+      EXPECT_EQ(row.reftime, Moment("4.1.2024 9:00"));
+      EXPECT_EQ(Times(row), "4.1.2024 15:00:00|4.1.2024 16:00:00|");
+    }
+  }
 }
 
 TEST_F(RuleChangeTest, TheAlarmKeepsItsDistanceInMinutes) {
@@ -181,58 +195,24 @@ TEST_F(RuleChangeTest, TheAlarmKeepsItsDistanceInMinutes) {
   }
 }
 
-TEST_F(RuleChangeTest, ExceptionsThatStillFitArePutBack) {
-  series.AddMember(StatusChanged, series.id + u"_20240104T080000Z"_qs, "4.1.2024 15:00", "4.1.2024 9:00");
-  series.AddMember(StatusChanged, series.id + u"_20240103T080000Z"_qs, "3.1.2024 15:00", "3.1.2024 9:00");
-  series.AddMember(StatusDeleted, series.id + u"_20240106T080000Z"_qs, "6.1.2024 9:00", "6.1.2024 9:00");
-  EXPECT_TRUE(Change());
-  EXPECT_EQ(user.heard.join(u'|').toStdString(),
-            "Události od počátku této série budou nahrazeny aktuálně zvolenou událostí a bude obnoveno pravidelné "
-            "opakování událostí podle vámi zvoleného nastavení.");
-  EXPECT_EQ(series.Summary(), "9 2.1.2024 9:00:00, 1 2.1.2024 9:00:00, 2 4.1.2024 15:00:00, 1 6.1.2024 9:00:00");
-  const ScheduleRecord changed = series.Rows(statements::Exceptions()).at(0);
-  EXPECT_EQ(changed.appointment, u"Cvičení"_qs);
-  EXPECT_EQ(changed.guid, series.id + u"_20240104T080000Z"_qs);
-  EXPECT_EQ(changed.reftime, Moment("4.1.2024 9:00"));
-  EXPECT_EQ(changed.appdur, Moment("4.1.2024 16:00"));
-}
-
-TEST_F(RuleChangeTest, ARefusalChangesNothing) {
-  series.AddMember(StatusChanged, series.id + u"_20240104T080000Z"_qs, "4.1.2024 15:00", "4.1.2024 9:00");
-  const auto rows = series.Rows();
-  user.answer = false;
-  EXPECT_FALSE(Change());
-  EXPECT_EQ(user.heard.size(), 1);
-  EXPECT_EQ(series.Rows(), rows);
-}
-
-TEST_F(RuleChangeTest, WithoutARootItIsToldSo) {
-  const auto rows = series.Rows();
-  for (const QString& guid : {QString(series.id + u"_20240104T080000Z"_qs), u"nobody"_qs, QString()}) {
-    edit.guid = guid;
-    user.heard.clear();
-    EXPECT_FALSE(Change());
-    EXPECT_EQ(user.heard.join(u'|').toStdString(), "Nelze najít výchozí záznam pro událost Plavání");
-    EXPECT_EQ(series.Rows(), rows);
-  }
-}
-
 TEST_F(RuleChangeTest, RemovesTheNotesOfTheOldSeriesButTheOneThatTheNewNames) {
-  const QString note = series.folder.filePath(u"K15083.241"_qs);
-  const QString other = series.folder.filePath(u"K15083.242"_qs);
-  const QString plain = series.folder.filePath(u"note"_qs);
-  for (const QString& path : {note, other, plain}) series.Touch(path);
   series.AddMember(StatusDeleted, series.id + u"_20240106T080000Z"_qs, "6.1.2024 9:00");
   series.AddMember(StatusChanged, series.id + u"_20240107T080000Z"_qs, "7.1.2024 9:00");
-  series.store.Execute({u"UPDATE schedule SET wav=? WHERE status=9"_qs, {note}});
-  series.store.Execute({u"UPDATE schedule SET wav=? WHERE status=8"_qs, {plain}});
-  series.store.Execute({u"UPDATE schedule SET wav=? WHERE status=2"_qs, {other}});
-  edit.note = u" "_qs + note;
+  const struct {
+    int status;
+    QString note;
+    bool stays;
+  } notes[] = {{StatusRoot, series.folder.filePath(u"K15083.241"_qs), true},
+               {StatusChanged, series.folder.filePath(u"K15083.242"_qs), false},
+               {StatusDeleted, series.folder.filePath(u"note"_qs), true}};  // a name without a dot is none of a note
+  for (const auto& [status, note, stays] : notes) {
+    series.Touch(note);
+    series.store.Execute({u"UPDATE schedule SET wav=? WHERE status=?"_qs, {note, status}});
+  }
+  edit.note = u" "_qs + notes[0].note;
   EXPECT_TRUE(Change());
-  EXPECT_TRUE(QFile::exists(note));
-  EXPECT_FALSE(QFile::exists(other));
-  EXPECT_TRUE(QFile::exists(plain)) << "a name without a dot is none of a note";
-  EXPECT_EQ(series.Rows(statements::Roots()).at(0).wav, note);
+  for (const auto& [status, note, stays] : notes) EXPECT_EQ(QFile::exists(note), stays) << note.toStdString();
+  EXPECT_EQ(series.Rows(statements::Roots()).at(0).wav, notes[0].note);
 }
 
 TEST_F(RuleChangeTest, AFailureLeavesTheOldSeriesWithItsNotes) {

@@ -1,10 +1,7 @@
-#include "recurrence/SeriesStore.h"
-
-#include <QRandomGenerator>
+#include "recurrence/AtRandom.h"
 
 #include <sqlite3.h>
 
-#include <algorithm>
 #include <array>
 #include <functional>
 
@@ -44,127 +41,93 @@ class Interposed {
   std::function<void()> act_;
 };
 
-const std::array<const char*, 7> kRules = {"FREQ=DAILY COUNT=9",
-                                           "RRULE:FREQ=WEEKLY BYDAY=MO,WE INTERVAL=1 COUNT=5",
-                                           "RRULE:FREQ=MONTHLY BYDAY=2TU INTERVAL=1 ",
-                                           "FREQ=DAILY INTERVAL=2 UNTIL=20240120T090000Z",
-                                           "FREQ=DAILY INTERVAL=5 COUNT=1",
-                                           "FREQ=YEARLY",
-                                           " "};
+const std::array kRules = {u"FREQ=DAILY COUNT=9"_qs,
+                           u"RRULE:FREQ=WEEKLY BYDAY=MO,WE INTERVAL=1 COUNT=5"_qs,
+                           u"RRULE:FREQ=MONTHLY BYDAY=2TU INTERVAL=1 "_qs,
+                           u"FREQ=DAILY INTERVAL=2 UNTIL=20240120T090000Z"_qs,
+                           u"FREQ=DAILY INTERVAL=5 COUNT=1"_qs,
+                           u"FREQ=YEARLY"_qs,
+                           u" "_qs};
 
 /// Whoever may write to the file writes whatever can be written, in all ways in which a write can go on or come to
 /// nothing, while the clock goes to and fro.
-class Storm {
- public:
-  explicit Storm(int seed) : random_(static_cast<quint32>(seed)) {
+struct Storm : AtRandom<SeriesStore> {
+  explicit Storm(quint32) {
     for (int i = 0; i < 3; ++i) {
-      ScheduleRecord root = series_.Root("2.1.2024 9:00", kRules.at(static_cast<std::size_t>(i)));
-      root.guid = guids_.at(i * 2);
-      EXPECT_TRUE(series_.store.Insert(root));
-      series_.AddMember(i == 1 ? StatusChanged : StatusDeleted, guids_.at(i * 2) + u"_20240108"_qs, "8.1.2024 10:00");
+      ScheduleRecord root = Root("2.1.2024 9:00", "");
+      root.recur = kRules.at(static_cast<std::size_t>(i));
+      root.guid = guids.at(i * 2);
+      store.Insert(root);
+      AddMember(i == 1 ? StatusChanged : StatusDeleted, guids.at(i * 2) + u"_20240108"_qs, "8.1.2024 10:00");
     }
   }
 
-  const QStringList& Diary() const { return diary_; }
-
-  void Step() {
-    using Act = void (Storm::*)();
-    static constexpr std::array<Act, 7> acts = {&Storm::Write,        &Storm::Write,           &Storm::Write,
-                                                &Storm::WriteAndUndo, &Storm::ForeignerWrites, &Storm::MoveTheClock,
-                                                &Storm::CloseTheStore};
-    (this->*acts.at(static_cast<std::size_t>(Below(acts.size()))))();
-    if (Below(3) > 0) Compare();
+  void Act() {
+    DoOneOf<Storm>({&Storm::Write, &Storm::Write, &Storm::Write, &Storm::WriteAndUndo, &Storm::ForeignerWrites,
+                    &Storm::GoOn, &Storm::CloseTheStore});
+    if (Below(3) > 0) RebuildAsAnew();
   }
-
- private:
-  int Below(int limit) { return static_cast<int>(random_.bounded(limit)); }
 
   /// A statement that writes to one row.
   Statement Any() {
     const std::array<Statement, 11> changes = {{
-        {u"SET apptime=apptime+?"_qs, {(Below(9) - 4) * 0.25}},
-        {u"SET status=?"_qs, {std::array{0, 1, 1, 2, 8, 9}.at(static_cast<std::size_t>(Below(6)))}},
-        {u"SET guid=?"_qs, {guids_.at(Below(static_cast<int>(guids_.size())))}},
-        {u"SET guid=NULL"_qs, {}},
-        {u"SET reftime=iif(?,NULL,apptime-1)"_qs, {Below(2)}},
-        {u"SET recur=?"_qs, {QString::fromLatin1(kRules.at(static_cast<std::size_t>(Below(kRules.size()))))}},
-        {u"SET alarmtime=apptime-0.1,alarm=?"_qs, {Below(2)}},
-        {u"SET appdur=apptime+?,alarmfired=1"_qs, {Below(3) * 0.5}},
-        {u"SET appointment=?,wav='n.wav'"_qs, {QString::number(Below(100))}},
-        {u"DELETE"_qs, {}},
-        {u"INSERT"_qs, {}},
+        {u"UPDATE schedule SET apptime=apptime+?"_qs, {(Below(9) - 4) * 0.25}},
+        {u"UPDATE schedule SET status=?"_qs, {OneOf(std::array{0, 1, 1, 2, 8, 9})}},
+        {u"UPDATE schedule SET guid=?"_qs, {OneOf(guids)}},
+        {u"UPDATE schedule SET guid=NULL"_qs, {}},
+        {u"UPDATE schedule SET reftime=iif(?,NULL,apptime-1)"_qs, {Below(2)}},
+        {u"UPDATE schedule SET recur=?"_qs, {OneOf(kRules)}},
+        {u"UPDATE schedule SET alarmtime=apptime-0.1,alarm=?"_qs, {Below(2)}},
+        {u"UPDATE schedule SET appdur=apptime+?,alarmfired=1"_qs, {Below(3) * 0.5}},
+        {u"UPDATE schedule SET appointment=?,wav='n.wav'"_qs, {QString::number(Below(100))}},
+        {u"DELETE FROM schedule"_qs, {}},
+        {u"INSERT INTO schedule SELECT * FROM schedule"_qs, {}},
     }};
-    Statement change = changes.at(static_cast<std::size_t>(Below(changes.size())));
-    const QString row =
-        u" WHERE rowid=(SELECT rowid FROM schedule WHERE status<>1 OR %2 ORDER BY rowid*%1%997 LIMIT 1)"_qs
-            .arg(Below(996) + 1)
-            .arg(Below(2));
-    if (change.sql == u"DELETE"_qs) {
-      change.sql += u" FROM schedule"_qs + row;
-    } else if (change.sql == u"INSERT"_qs) {
-      change.sql += u" INTO schedule SELECT * FROM schedule"_qs + row;
-    } else {
-      change.sql = u"UPDATE schedule "_qs + change.sql + row;
-    }
-    diary_ << change.sql;
+    Statement change = OneOf(changes);
+    change.sql += u" WHERE rowid=(SELECT rowid FROM schedule WHERE status<>1 OR %2 ORDER BY rowid*%1%997 LIMIT 1)"_qs
+                      .arg(Below(996) + 1)
+                      .arg(Below(2));
+    Note(change.sql);
     return change;
   }
 
-  void Write() { EXPECT_TRUE(series_.store.Execute(Any())); }
-  void ForeignerWrites() {
-    diary_ << u"foreign:"_qs;
-    EXPECT_TRUE(series_.watcher.Execute(Any()));
-  }
+  void Write() { Must(store.Execute(Any()), u"a write goes through"_qs); }
+  void ForeignerWrites() { Must(watcher.Execute(Any()), u"the write of another program goes through"_qs); }
 
   void WriteAndUndo() {
-    diary_ << u"undone:"_qs;
+    Note(u"undone:"_qs);
     const bool fails = Below(2) == 0;
-    EXPECT_FALSE(series_.store.InTransaction([&] {
+    const bool kept = store.InTransaction([&] {
       Write();
-      EXPECT_TRUE(Below(2) == 0 || series_.Rebuild());
+      Must(Below(2) == 0 || Rebuild(), u"a rebuild goes through in a transaction"_qs);
       Write();
-      return fails && !series_.store.Execute({u"INSERT INTO schedule(appointment) VALUES(NULL)"_qs, {}});
-    }));
+      return fails && !store.Execute({u"INSERT INTO schedule(appointment) VALUES(NULL)"_qs, {}});
+    });
+    Must(!kept, u"what was given up is undone"_qs);
   }
 
-  void MoveTheClock() {
-    series_.time.now = DateAdd(DateUnit::Hour, Below(100) - 30, series_.time.now).value();
-    diary_ << DateText(series_.time.now);
-  }
+  void GoOn() { MoveTheClock(Below(100) - 30); }
 
   void CloseTheStore() {
-    diary_ << u"close"_qs;
-    series_.store.Close();
+    Note(u"close"_qs);
+    store.Close();
   }
 
-  void Compare() {
-    diary_ << u"rebuild"_qs;
-    EXPECT_TRUE(series_.Rebuild());
-    EXPECT_EQ(series_.Spawned(), series_.SpawnedAnew());
-  }
-
-  SeriesStore series_;
-  QRandomGenerator random_;
-  QStringList guids_{
-      series_.id,        series_.id + u"_20240103T080000Z"_qs, QString(32, u'e'),  u"0123*cdef_x"_qs,
-      u"b@elsewhere"_qs, u"b@elsewhere_20240105"_qs,           QString(260, u'y'), QString(260, u'y') + u"_20240106"_qs,
-      QString()};
-  QStringList diary_;
+  const QStringList guids{id,
+                          id + u"_20240103T080000Z"_qs,
+                          QString(32, u'e'),
+                          u"0123*cdef_x"_qs,
+                          u"b@elsewhere"_qs,
+                          u"b@elsewhere_20240105"_qs,
+                          QString(260, u'y'),
+                          QString(260, u'y') + u"_20240106"_qs,
+                          QString()};
 };
 
 }  // namespace
 
 TEST(RebuildStorm, LeavesWhatSpawningAnewWouldLeave) {
-  // TALNIK_STORMS=500 looks longer.
-  const int seeds = std::max(6, qEnvironmentVariableIntValue("TALNIK_STORMS"));
-  for (int seed = 1; seed <= seeds; ++seed) {
-    Storm storm(seed);
-    for (int step = 0; step < 60; ++step) {
-      storm.Step();
-      ASSERT_FALSE(testing::Test::HasFailure())
-          << "seed " << seed << ", after: " << storm.Diary().mid(storm.Diary().size() - 12).join(u"\n").toStdString();
-    }
-  }
+  PlayRuns<Storm>(6, 60);
 }
 
 /// Rows are found by numbers that another program can give to a row of its own before they are written.

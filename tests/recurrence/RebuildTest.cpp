@@ -9,7 +9,7 @@ constexpr const char* kFiveDays = "RRULE:FREQ=DAILY INTERVAL=1 COUNT=5";
 struct HeldCase {
   const char* what;
   int status;
-  const char* guid;  ///< behind the id of the series; "" in front stands for a guid of its own
+  const char* guid;
   const char* start;
   const char* reftime;
   bool holds;
@@ -30,15 +30,6 @@ const std::vector<HeldCase> kHeld = {
 };
 
 }  // namespace
-
-TEST(RebuildOccurrences, SpawnsWhatTheRootsYield) {
-  SeriesStore series;
-  series.store.Insert(series.Root("2.1.2024 9:00", ""));
-  series.store.Insert(series.Root("2.1.2024 9:00", " "));
-  series.AddRoot(series.Root("2.1.2024 9:00", kFiveDays));
-  EXPECT_EQ(series.Occurrences(),
-            "1 2.1.2024 9:00:00, 1 3.1.2024 9:00:00, 1 4.1.2024 9:00:00, 1 5.1.2024 9:00:00, 1 6.1.2024 9:00:00");
-}
 
 TEST(RebuildOccurrences, KeepsDaysFreeThatAreHeld) {
   for (const HeldCase& c : kHeld) {

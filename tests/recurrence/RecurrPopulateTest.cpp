@@ -47,23 +47,18 @@ TEST(RecurrPopulate, WritesRowsLikeTheFirst) {
   }
 }
 
-TEST(RecurrPopulate, ARowWithoutAnEndEndsWhenItStarts) {
-  for (const char* end : {"", "2.1.2024 9:00", "0:00:00"}) {
+TEST(RecurrPopulate, ARowWithoutAnEndEndsWhenItStartsAndItsRuleHasOneBlankInFront) {
+  for (const auto& [end, rule] :
+       {std::pair("", "FREQ=DAILY COUNT=2 "), std::pair("2.1.2024 9:00", " FREQ=DAILY COUNT=2 "),
+        std::pair("0:00:00", "   FREQ=DAILY COUNT=2 ")}) {
     SpawnSeries series = Daily("2.1.2024 9:00");
-    if (*end) series.end = Moment(end);
+    series.end = MaybeMoment(end);
+    series.rule = QString::fromLatin1(rule);
     for (const ScheduleRecord& row : Spawned(series, kTime)) {
       EXPECT_EQ(row.appdur, row.apptime) << end;
-      EXPECT_FALSE(row.alarm);
-      EXPECT_EQ(row.alarmtime, std::nullopt);
+      EXPECT_FALSE(row.alarm || row.alarmtime) << end;
+      EXPECT_EQ(row.recur, u" FREQ=DAILY COUNT=2 "_qs) << rule;
     }
-  }
-}
-
-TEST(RecurrPopulate, TheRuleHasExactlyOneBlankInFront) {
-  for (const char* rule : {"FREQ=DAILY COUNT=2 ", " FREQ=DAILY COUNT=2 ", "   FREQ=DAILY COUNT=2 "}) {
-    SpawnSeries series = Daily("2.1.2024");
-    series.rule = QString::fromLatin1(rule);
-    for (const ScheduleRecord& row : Spawned(series, kTime)) EXPECT_EQ(row.recur, u" FREQ=DAILY COUNT=2 "_qs);
   }
 }
 
@@ -112,32 +107,29 @@ TEST(RecurrPopulate, GoesOnAfterARowThatWasRefused) {
   EXPECT_EQ(rows, 3);
 }
 
-TEST(ExtendSeries, SpawnsTwoMoreYearsFromTheSpawnTime) {
-  SeriesStore series;
-  ScheduleRecord root = series.Root("5.5.2022 10:00", "RRULE:FREQ=YEARLY INTERVAL=1 ");
-  root.spawntime = Moment("5.5.2024 10:00");
-  series.store.Insert(root);
-  EXPECT_TRUE(ExtendSeries(series.store, Moment("5.5.2024 10:00"), series.time));
-  EXPECT_EQ(series.Summary(), "9 5.5.2022 10:00:00");
-  EXPECT_TRUE(ExtendSeries(series.store, Moment("6.5.2024"), series.time));
-  EXPECT_EQ(series.Summary(), "9 5.5.2022 10:00:00, 1 5.5.2025 10:00:00");
-  const auto rows = series.Rows();
-  EXPECT_EQ(rows[0].spawntime, Moment("5.5.2026 10:00"));
-  EXPECT_EQ(rows[1].appdur, Moment("5.5.2025 11:00"));
-  EXPECT_NE(rows[1].guid, series.id);
-}
-
-TEST(ExtendSeries, LeavesOtherRootsAlone) {
-  SeriesStore series;
-  ScheduleRecord root = series.Root("5.5.2022", "RRULE:FREQ=YEARLY INTERVAL=1 ");
-  series.store.Insert(root);
-  root.spawntime = Moment("5.5.2023");
-  for (const char* rule : {"FREQ=YEARLY COUNT=9", "FREQ=YEARLY UNTIL=20300101T000000Z"}) {
-    root.recur = QString::fromLatin1(rule);
+TEST(ExtendSeries, SpawnsTwoMoreYearsFromTheSpawnTimeOnceItHasPassed) {
+  const struct {
+    const char *rule, *spawnTime, *now, *after;
+  } cases[] = {
+      {"FREQ=YEARLY INTERVAL=1 ", "5.5.2024 10:00", "6.5.2024", "9 5.5.2022 10:00:00, 1 5.5.2025 10:00:00"},
+      {"FREQ=YEARLY INTERVAL=1 ", "5.5.2024 10:00", "5.5.2024 10:00", "9 5.5.2022 10:00:00"},
+      {"FREQ=YEARLY INTERVAL=1 ", "", "1.1.2030", "9 5.5.2022 10:00:00"},
+      {"FREQ=YEARLY COUNT=9", "5.5.2023", "1.1.2030", "9 5.5.2022 10:00:00"},
+      {"FREQ=YEARLY UNTIL=20300101T000000Z", "5.5.2023", "1.1.2030", "9 5.5.2022 10:00:00"},
+  };
+  for (const auto& c : cases) {
+    SeriesStore series;
+    ScheduleRecord root = series.Root("5.5.2022 10:00", c.rule);
+    root.spawntime = MaybeMoment(c.spawnTime);
     series.store.Insert(root);
+    EXPECT_TRUE(ExtendSeries(series.store, Moment(c.now), series.time));
+    EXPECT_EQ(series.Summary(), c.after) << c.rule << c.now;
+    const auto rows = series.Rows();
+    if (rows.size() < 2) continue;
+    EXPECT_EQ(rows[0].spawntime, Moment("5.5.2026 10:00"));
+    EXPECT_EQ(rows[1].appdur, Moment("5.5.2025 11:00"));
+    EXPECT_NE(rows[1].guid, series.id);
   }
-  EXPECT_TRUE(ExtendSeries(series.store, Moment("1.1.2030"), series.time));
-  EXPECT_EQ(series.Summary(), "9 5.5.2022, 9 5.5.2022, 9 5.5.2022");
 }
 
 }  // namespace talnik::test

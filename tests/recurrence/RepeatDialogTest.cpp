@@ -28,10 +28,19 @@ struct RepeatDialog : testing::Test, TimeWorld {
     return state.Repeat_Rule.toStdString();
   }
 
-  void Load(const char* rule, const std::function<void(frmRepeat&)>& user) {
-    state.Repeat_Rule = QString::fromLatin1(rule);
-    frmRepeat form(services, names, state);
-    user(form);
+  /// Chooses in the dialog: "unit 1; day 6" and so on, lines and options by their number.
+  static void Choose(frmRepeat& form, const char* script) {
+    for (const QString& step : QString::fromUtf8(script).split(u"; "_qs, Qt::SkipEmptyParts)) {
+      const QString what = step.section(u' ', 0, 0), value = step.section(u' ', 1);
+      const auto number = static_cast<std::size_t>(value.toInt());
+      if (what == u"unit"_qs) form.cmbTimeUnit->setCurrentIndex(value.toInt());
+      if (what == u"every"_qs) form.cmbUnits->setCurrentText(value);
+      if (what == u"day"_qs) form.chkDay.at(number)->click();
+      if (what == u"month"_qs) form.optMonthDay.at(number)->click();
+      if (what == u"end"_qs) form.optEnd.at(number)->click();
+      if (what == u"number"_qs) form.cmbNumber->setCurrentText(value);
+      if (what == u"until"_qs) form.txtDeadLine->setText(value);
+    }
   }
 
   template <typename Options>
@@ -71,78 +80,45 @@ TEST_F(RepeatDialog, LoadsARule) {
       {"RRULE:FREQ=MONTHLY BYMONTHDAY=17 INTERVAL=1 ", "Měsíčně 1 () end 0 month 0 number 1 until  - month "},
       {"FREQ=YEARLY UNTIL=20240905", "Ročně 1 () end 2 month 0 number 1 until 17.01.2024 - until "}};
   for (const auto& [rule, loaded] : rules) {
-    Load(rule, [&, loaded = loaded](const frmRepeat& form) { EXPECT_EQ(Loaded(form), loaded); });
+    state.Repeat_Rule = QString::fromLatin1(rule);
+    EXPECT_EQ(Loaded(frmRepeat(services, names, state)), loaded) << rule;
   }
 }
 
-TEST_F(RepeatDialog, NumbersBeyondItsListsAreShortened) {
-  state.Repeat_Rule = u"RRULE:FREQ=DAILY INTERVAL=31 COUNT=365"_qs;
-  EXPECT_EQ(Rule([](frmRepeat&) {}), "RRULE:FREQ=DAILY INTERVAL=1 COUNT=1");
-}
-
-TEST_F(RepeatDialog, WritesWhatIsChosen) {
-  struct Case {
-    int unit;
-    std::function<void(frmRepeat&)> choose;
-    const char* rule;
+TEST_F(RepeatDialog, WritesWhatIsChosenAndMovesTheStartToACheckedDay) {
+  const char* const start = "17.1.2024 9:05";
+  const struct {
+    const char *before, *choice, *rule, *start;
+  } cases[] = {
+      {"", "", "RRULE:FREQ=DAILY INTERVAL=1 ", start},
+      {"", "every 30", "RRULE:FREQ=DAILY INTERVAL=30 ", start},
+      {"", "end 1; number 7", "RRULE:FREQ=DAILY INTERVAL=1 COUNT=7", start},
+      {"", "unit 3; end 2", "RRULE:FREQ=YEARLY INTERVAL=1 UNTIL=20240117T090500Z", start},
+      {"", "unit 3; end 2; until 31.12.2024 23:00", "RRULE:FREQ=YEARLY INTERVAL=1 UNTIL=20241231T090500Z", start},
+      {"", "unit 1", "RRULE:FREQ=WEEKLY BYDAY=WE INTERVAL=1 ", start},
+      {"", "unit 1; day 6; day 0", "RRULE:FREQ=WEEKLY BYDAY=MO,WE,SU INTERVAL=1 ", start},
+      {"", "unit 1; day 2", "RRULE:FREQ=WEEKLY  INTERVAL=1 ", start},
+      {"", "unit 1; day 2; day 4; day 0", "RRULE:FREQ=WEEKLY BYDAY=MO,FR INTERVAL=1 ", "19.1.2024 9:05:00"},
+      {"", "unit 2", "RRULE:FREQ=MONTHLY BYMONTHDAY=17 INTERVAL=1 ", start},
+      {"", "unit 2; month 1", "RRULE:FREQ=MONTHLY BYDAY=3WE INTERVAL=1 ", start},
+      // Numbers beyond its lists are shortened.
+      {"RRULE:FREQ=DAILY INTERVAL=31 COUNT=365", "", "RRULE:FREQ=DAILY INTERVAL=1 COUNT=1", start},
   };
-  const std::vector<Case> cases = {
-      {0, [](frmRepeat&) {}, "RRULE:FREQ=DAILY INTERVAL=1 "},
-      {0, [](frmRepeat& form) { form.cmbUnits->setCurrentIndex(29); }, "RRULE:FREQ=DAILY INTERVAL=30 "},
-      {0,
-       [](frmRepeat& form) {
-         form.optEnd[1]->click();
-         form.cmbNumber->setCurrentIndex(6);
-       },
-       "RRULE:FREQ=DAILY INTERVAL=1 COUNT=7"},
-      {3, [](frmRepeat& form) { form.optEnd[2]->click(); }, "RRULE:FREQ=YEARLY INTERVAL=1 UNTIL=20240117T090500Z"},
-      {3,
-       [](frmRepeat& form) {
-         form.optEnd[2]->click();
-         form.txtDeadLine->setText(u"31.12.2024 23:00"_qs);
-       },
-       "RRULE:FREQ=YEARLY INTERVAL=1 UNTIL=20241231T090500Z"},
-      {1, [](frmRepeat&) {}, "RRULE:FREQ=WEEKLY BYDAY=WE INTERVAL=1 "},
-      {1,
-       [](frmRepeat& form) {
-         form.chkDay[6]->click();
-         form.chkDay[0]->click();
-       },
-       "RRULE:FREQ=WEEKLY BYDAY=MO,WE,SU INTERVAL=1 "},
-      {1, [](frmRepeat& form) { form.chkDay[2]->click(); }, "RRULE:FREQ=WEEKLY  INTERVAL=1 "},
-      {2, [](frmRepeat&) {}, "RRULE:FREQ=MONTHLY BYMONTHDAY=17 INTERVAL=1 "},
-      {2, [](frmRepeat& form) { form.optMonthDay[1]->click(); }, "RRULE:FREQ=MONTHLY BYDAY=3WE INTERVAL=1 "},
-  };
-  for (const Case& c : cases) {
-    state.Repeat_Rule.clear();
-    EXPECT_EQ(Rule([&](frmRepeat& form) {
-                form.cmbTimeUnit->setCurrentIndex(c.unit);
-                c.choose(form);
-              }),
-              c.rule);
-    EXPECT_EQ(state.Repeat_StartTime, u"17.1.2024 9:05"_qs) << c.rule;
+  for (const auto& c : cases) {
+    state = {.Repeat_Rule = QString::fromLatin1(c.before), .Repeat_StartTime = QString::fromLatin1(start)};
+    EXPECT_EQ(Rule([&](frmRepeat& form) { Choose(form, c.choice); }), c.rule) << c.choice;
+    EXPECT_EQ(state.Repeat_StartTime.toStdString(), c.start) << c.choice;
   }
-}
-
-TEST_F(RepeatDialog, MovesTheStartToTheFirstCheckedDay) {
-  Rule([](frmRepeat& form) {
-    form.cmbTimeUnit->setCurrentIndex(1);
-    form.chkDay[2]->click();
-    form.chkDay[4]->click();
-    form.chkDay[0]->click();
-  });
-  EXPECT_EQ(state.Repeat_StartTime, u"19.1.2024 9:05:00"_qs);
 }
 
 TEST_F(RepeatDialog, ATextThatIsNoDateIsRefused) {
   for (const char* text : {"brzy", "", "30.2.2024", "8:30"}) {
     Rule([&](frmRepeat& form) {
-      form.optEnd[2]->click();
+      Choose(form, "end 2");
       form.txtDeadLine->setText(QString::fromLatin1(text));
       Heard();
       form.cmdOK->click();
-      EXPECT_TRUE(form.isVisible()) << text;
-      EXPECT_TRUE(form.txtDeadLine->hasFocus()) << text;
+      EXPECT_TRUE(form.isVisible() && form.txtDeadLine->hasFocus()) << text;
       EXPECT_NE(Heard().find("refused.wav"), std::string::npos) << text;
       EXPECT_EQ(form.txtDeadLine->text(), QString::fromLatin1(text));
       form.cmdCancel->click();
@@ -186,7 +162,7 @@ TEST_F(RepeatDialog, IsWalkedThroughByKeyAndEar) {
 
 TEST_F(RepeatDialog, TakesTheEndDateFromTheDatePicker) {
   Rule([&](frmRepeat& form) {
-    form.optEnd[2]->click();
+    Choose(form, "end 2");
     Next([&](QWidget* picker) { Click(picker, "cmdOK"); });
     form.cmdPickDate->click();
     EXPECT_EQ(form.focusWidget(), form.txtDeadLine);
@@ -195,72 +171,44 @@ TEST_F(RepeatDialog, TakesTheEndDateFromTheDatePicker) {
   EXPECT_EQ(state.Repeat_Rule.toStdString(), "RRULE:FREQ=DAILY INTERVAL=1 UNTIL=20240117T090500Z");
 }
 
-namespace {
-
-/// The record's form as OpenRepeatEditor sees it.
-struct Record {
-  RepeatState state;
-  QString text3 = u"17.1.2024 9:05"_qs;
-  QString text4 = u"17.1.2024 10:00"_qs;
-  QString newRule, newStart;  ///< what the dialog leaves; nothing leaves all as it was
-  bool seriesReplaced = true;
-  QStringList events;
-
-  void Open() {
-    const RepeatHost host{
-        state,
-        [this] { return text3; },
-        [this](const QString& text) { text3 = text; },
-        [this] { return text4; },
-        [this](const QString& text) { text4 = text; },
-        [this](const QString& caption) { events << caption; },
-        [this] {
-          EXPECT_EQ(state.Repeat_StartTime, u"17.1.2024 9:05"_qs);
-          if (!newRule.isEmpty()) state.Repeat_Rule = newRule;
-          if (!newStart.isEmpty()) state.Repeat_StartTime = newStart;
-        },
-        [this](const QString& rule) {
-          events << u"edit "_qs + rule;
-          return seriesReplaced;
-        },
-        [this] { events << u"unload"_qs; },
-    };
-    OpenRepeatEditor(host, Date());
-  }
-};
-
-}  // namespace
-
 TEST(OpenRepeatEditor, CarriesWhatTheDialogLeavesIntoTheForm) {
-  const char* daily = "RRULE:FREQ=DAILY INTERVAL=1";
-  struct Case {
-    const char *remembered, *newRule, *newStart, *text4;
+  const QString daily = u"RRULE:FREQ=DAILY INTERVAL=1"_qs, blank = daily + u' ', start = u"17.1.2024 9:05"_qs,
+                end = u"17.1.2024 10:00"_qs, moved = u"19.1.2024 9:05:00"_qs, none;
+  const struct {
+    const char* what;
+    QString before, newRule, newStart, text4;  ///< a new rule or start that is none leaves that as it was
     bool replaced;
-    const char *events, *rule, *newText3, *newText4;
+    const char* events;
+    QString rule, newText3, newText4;
+  } cases[] = {
+      {"given up", none, none, none, end, true, "Nastavit opakování", none, start, end},
+      {"a later start", none, daily, moved, end, true, "Upravit opakování", daily, u"19.1.2024 9:05"_qs,
+       u"19.1.2024 10:00"_qs},
+      {"no end", none, daily, moved, none, true, "Upravit opakování", daily, u"19.1.2024 9:05"_qs, none},
+      {"replaced", daily, u"FREQ=YEARLY"_qs, none, none, true, "Upravit opakování; edit FREQ=YEARLY; unload",
+       u"FREQ=YEARLY"_qs, start, none},
+      {"refused", daily, u"FREQ=YEARLY"_qs, none, none, false, "Upravit opakování; edit FREQ=YEARLY", daily, start,
+       none},
+      {"the same rule", daily, blank, none, none, true, "Upravit opakování", blank, start, none},
   };
-  const Case cases[] = {
-      {"", "", "", "17.1.2024 10:00", true, "Nastavit opakování", "", "17.1.2024 9:05", "17.1.2024 10:00"},
-      {"", daily, "19.1.2024 9:05:00", "17.1.2024 10:00", true, "Upravit opakování", daily, "19.1.2024 9:05",
-       "19.1.2024 10:00"},
-      {"", daily, "19.1.2024 9:05:00", "", true, "Upravit opakování", daily, "19.1.2024 9:05", ""},
-      {daily, "FREQ=YEARLY", "", "", true, "Upravit opakování; edit FREQ=YEARLY; unload", "FREQ=YEARLY",
-       "17.1.2024 9:05", ""},
-      {daily, "FREQ=YEARLY", "", "", false, "Upravit opakování; edit FREQ=YEARLY", daily, "17.1.2024 9:05", ""},
-      {daily, "RRULE:FREQ=DAILY INTERVAL=1 ", "", "", true, "Upravit opakování", "RRULE:FREQ=DAILY INTERVAL=1 ",
-       "17.1.2024 9:05", ""},
-  };
-  for (const Case& c : cases) {
-    Record record;
-    record.state.Repeat_Rule = QString::fromLatin1(c.remembered);
-    record.newRule = QString::fromLatin1(c.newRule);
-    record.newStart = QString::fromLatin1(c.newStart);
-    record.text4 = QString::fromLatin1(c.text4);
-    record.seriesReplaced = c.replaced;
-    record.Open();
-    EXPECT_EQ(record.events.join(u"; "_qs).toStdString(), c.events);
-    EXPECT_EQ(record.state.Repeat_Rule.toStdString(), c.rule);
-    EXPECT_EQ(record.text3.toStdString(), c.newText3);
-    EXPECT_EQ(record.text4.toStdString(), c.newText4);
+  for (const auto& c : cases) {
+    RepeatState state{.Repeat_Rule = c.before};
+    QString text3 = start, text4 = c.text4;
+    QStringList events;
+    const auto leave = [&] {
+      EXPECT_EQ(state.Repeat_StartTime, start);
+      if (!c.newRule.isEmpty()) state.Repeat_Rule = c.newRule;
+      if (!c.newStart.isEmpty()) state.Repeat_StartTime = c.newStart;
+    };
+    const auto edit = [&](const QString& rule) { return (events << u"edit "_qs + rule, c.replaced); };
+    OpenRepeatEditor({state, [&] { return text3; }, [&](const QString& text) { text3 = text; }, [&] { return text4; },
+                      [&](const QString& text) { text4 = text; }, [&](const QString& caption) { events << caption; },
+                      leave, edit, [&] { events << u"unload"_qs; }},
+                     Date());
+    EXPECT_EQ(events.join(u"; "_qs).toStdString(), c.events) << c.what;
+    EXPECT_EQ(state.Repeat_Rule, c.rule) << c.what;
+    EXPECT_EQ(text3, c.newText3) << c.what;
+    EXPECT_EQ(text4, c.newText4) << c.what;
   }
 }
 
@@ -272,40 +220,35 @@ TEST(RepeatChoice, TheFifthFridayOfItsMonth) {
             u"RRULE:FREQ=MONTHLY BYDAY=5FR INTERVAL=1 "_qs);
 }
 
-struct WhichEvents : testing::Test, TimeWorld {
-  int choice = 7;
+struct WhichEvents : testing::Test, TimeWorld {};
 
-  void Ask(const std::function<void(frmDeleteRecurrentEvent&)>& user, bool forEdit = false) {
+TEST_F(WhichEvents, AreAnsweredByKeyAndLeftUnansweredByClosing) {
+  const struct {
+    const char* caption;
+    bool forEdit;
+    const char *script, *key;
+    int choice;
+  } cases[] = {
+      {"Smazat opakovanou událost", false, "Tab > say: Všechny | Tab > say: Storno | Tab > say: Pouze tuto", "Return",
+       RecurrOnlyThis},
+      {"Upravit opakovanou událost", true, "Tab > say: Všechny", "Space", RecurrAll},
+      {"Smazat opakovanou událost", false, "Tab > say: Všechny", "Esc", RecurrNone},
+      {"Smazat opakovanou událost", false, "Tab > say: Všechny", nullptr, 7},
+  };
+  for (const auto& c : cases) {
+    int choice = 7;
     frmDeleteRecurrentEvent form(services, choice);
-    if (forEdit) form.SetCaptionForEdit();
-    Next([&](QWidget*) { user(form); });
+    if (c.forEdit) form.SetCaptionForEdit();
+    Next([&](QWidget*) {
+      EXPECT_EQ(form.Tag(), 1732);
+      EXPECT_EQ(Heard(), std::string("say: ") + c.caption + "; and: Pouze tuto");
+      Play(c.script);
+      c.key ? Press(c.key) : void(form.close());
+    });
+    Heard();
     form.Run();
+    EXPECT_EQ(choice, c.choice) << (c.key ? c.key : "closed");
   }
-};
-
-TEST_F(WhichEvents, AnswersByKey) {
-  Ask([&](frmDeleteRecurrentEvent& form) {
-    EXPECT_EQ(form.Tag(), 1732);
-    EXPECT_EQ(Heard(), "say: Smazat opakovanou událost; and: Pouze tuto");
-    Play("Tab > say: Všechny | Tab > say: Storno | Tab > say: Pouze tuto");
-    Press("Return");
-  });
-  EXPECT_EQ(choice, RecurrOnlyThis);
-  Ask(
-      [&](frmDeleteRecurrentEvent&) {
-        EXPECT_EQ(Heard().substr(0, 32), "say: Upravit opakovanou událost");
-        Press("Tab");
-        Press("Space");
-      },
-      true);
-  EXPECT_EQ(choice, RecurrAll);
-  Ask([&](frmDeleteRecurrentEvent&) { Press("Esc"); });
-  EXPECT_EQ(choice, RecurrNone);
-}
-
-TEST_F(WhichEvents, ClosingTheWindowLeavesTheAnswerAsItWas) {
-  Ask([](frmDeleteRecurrentEvent& form) { form.close(); });
-  EXPECT_EQ(choice, 7);
 }
 
 }  // namespace talnik::test

@@ -22,8 +22,8 @@ struct WalkCase {
   const char* dates;  ///< the start included when it is one of them
 };
 
+/// What the walk of another engine, which ours is held against, does not show.
 const std::vector<WalkCase> kWalks = {
-    {"count of one, ahead", "10.1.2024 9:00", "FREQ=DAILY COUNT=1", "1.1.2024", "10.1.2024 9:00:00"},
     {"count of one, past", "10.1.2024 9:00", "FREQ=DAILY COUNT=1", "11.1.2024", ""},
     {"count begun a month ago writes one less", "10.1.2024 9:00", "RRULE:FREQ=DAILY INTERVAL=1 COUNT=3",
      "10.2.2024 12:00", "11.2.2024 9:00:00, 12.2.2024 9:00:00"},
@@ -42,13 +42,10 @@ const std::vector<WalkCase> kWalks = {
      "10.1.2024 9:00:00"},
     {"count and end date together", "10.1.2024", "FREQ=DAILY COUNT=9 UNTIL=20240112T000000Z", "1.1.2024",
      "10.1.2024, 11.1.2024"},
-    {"every third day", "10.1.2024", "FREQ=DAILY INTERVAL=3 COUNT=3", "1.1.2024", "10.1.2024, 13.1.2024, 16.1.2024"},
     {"a step that does not move", "10.1.2024", "FREQ=DAILY INTERVAL=0", "1.1.2024", "10.1.2024"},
     {"months that do not move", "10.1.2024", "FREQ=MONTHLY BYMONTHDAY=10 INTERVAL=0 COUNT=5", "1.1.2024", "10.1.2024"},
     {"years that do not move", "10.1.2024", "FREQ=YEARLY INTERVAL=0 COUNT=5", "1.1.2024", "10.1.2024"},
     {"no frequency", "10.1.2024", "INTERVAL=1 COUNT=5", "1.1.2024", "10.1.2024"},
-    {"weekly on two days", "10.1.2024", "FREQ=WEEKLY BYDAY=MO,WE INTERVAL=1 COUNT=4", "1.1.2024",
-     "10.1.2024, 15.1.2024, 17.1.2024, 22.1.2024"},
     {"weekly, interval 0 is every week", "10.1.2024", "FREQ=WEEKLY BYDAY=WE INTERVAL=0 COUNT=3", "1.1.2024",
      "10.1.2024, 17.1.2024, 24.1.2024"},
     {"every other week", "8.1.2024", "FREQ=WEEKLY BYDAY=MO,WE INTERVAL=2 COUNT=5", "1.1.2024",
@@ -70,8 +67,6 @@ const std::vector<WalkCase> kWalks = {
     {"monthly without a day", "10.1.2024", "FREQ=MONTHLY INTERVAL=1", "1.1.2024", "10.1.2024"},
     {"the interval of months acts once", "9.1.2024", "FREQ=MONTHLY BYDAY=2TU INTERVAL=2 COUNT=4", "1.1.2024",
      "9.1.2024, 12.3.2024, 9.4.2024, 14.5.2024"},
-    {"only months with a fifth Friday", "1.3.2024", "FREQ=MONTHLY BYDAY=5FR INTERVAL=1 COUNT=4", "1.1.2024",
-     "1.3.2024, 31.5.2024, 30.8.2024, 29.11.2024"},
     {"several weekdays with one ordinal", "1.1.2024", "FREQ=MONTHLY BYDAY=1MO,1FR INTERVAL=1 COUNT=5", "1.1.2024",
      "1.1.2024, 2.2.2024, 5.2.2024, 1.3.2024, 4.3.2024"},
     {"an ordinal that no month has", "1.1.2024", "FREQ=MONTHLY BYDAY=6MO COUNT=5", "1.1.2024", "1.1.2024"},
@@ -96,12 +91,6 @@ TEST(RuleWalk, YieldsTheDatesOfTheRule) {
   for (const WalkCase& c : kWalks) {
     EXPECT_EQ(Walked(c.start, c.rule, c.now).join(u", "_qs).toStdString(), c.dates) << c.what;
   }
-}
-
-TEST(RuleWalk, AnEndlessDailySeriesReachesTwoYears) {
-  const QStringList dates = Walked("1.3.2023 10:00", "RRULE:FREQ=DAILY INTERVAL=1 ", "1.1.2023");
-  EXPECT_EQ(dates.size(), 731);
-  EXPECT_EQ(dates.last(), u"28.2.2025 10:00:00"_qs);
 }
 
 TEST(RuleWalk, EndsWhateverTheRule) {

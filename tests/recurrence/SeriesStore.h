@@ -23,9 +23,27 @@ inline Date Moment(const char* text) {
   return date.value_or(Date());
 }
 
+/// Nothing for an empty text.
+inline std::optional<Date> MaybeMoment(const char* text) {
+  return *text ? std::optional(Moment(text)) : std::nullopt;
+}
+
 /// All rows by start; where starts are equal, as they were added.
 inline Statement ByStart() {
   return {u"SELECT * FROM schedule ORDER BY apptime,rowid"_qs, {}};
+}
+
+/// What the editor holds when all of a series is to move by so many minutes and to last half an hour longer.
+inline RootEdit Shifted(const ScheduleRecord& row, const QString& title, int minutes) {
+  return {.title = title,
+          .start = DateAdd(DateUnit::Minute, minutes, *row.apptime).value(),
+          .end = DateAdd(DateUnit::Minute, minutes + 30, *row.appdur),
+          .rule = row.recur.trimmed(),
+          .guid = row.guid,
+          .status = row.status,
+          .origStart = row.apptime,
+          .origEnd = row.appdur,
+          .origAlarm = row.alarmtime};
 }
 
 /// A store of its own, in memory where the machine has a place for that, and a clock.
@@ -66,6 +84,14 @@ struct SeriesStore {
 
   bool Rebuild() { return RebuildOccurrences(store, time); }
 
+  /// Adds the rows of a series.
+  bool Spawn(Store& to, const ScheduleRecord& root) const {
+    bool addFirst = true;
+    const SpawnSeries series{
+        root.appointment, root.apptime.value_or(Date()), root.appdur, root.alarmtime, root.recur, {}, root.guid};
+    return RecurrPopulate([&to](const ScheduleRecord& row) { return to.Insert(row); }, series, addFirst, time);
+  }
+
   std::vector<ScheduleRecord> Rows(const Statement& statement = ByStart()) {
     std::vector<ScheduleRecord> rows;
     EXPECT_TRUE(store.ForEach(statement, [&rows](const ScheduleRecord& row) {
@@ -87,10 +113,7 @@ struct SeriesStore {
     EXPECT_TRUE(anew.InTransaction([&] {
       anew.Execute(statements::DeleteOccurrences());
       for (const ScheduleRecord& root : Rows(statements::RootsWithRule())) {
-        bool addFirst = true;
-        const SpawnSeries series{
-            root.appointment, root.apptime.value_or(Date()), root.appdur, root.alarmtime, root.recur, {}, root.guid};
-        RecurrPopulate([&anew](const ScheduleRecord& row) { return anew.Insert(row); }, series, addFirst, time);
+        Spawn(anew, root);
       }
       for (const ScheduleRecord& row : Rows(statements::Exceptions())) {
         anew.Execute(statements::DeleteOccurrencesOfDay(row.guid, row.reftime ? *row.reftime : *row.apptime));

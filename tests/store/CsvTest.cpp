@@ -178,24 +178,18 @@ TEST_F(CsvExchange, ACancelledImportLeavesNothing) {
   EXPECT_EQ(ExportCsv(store, [](qint64, qint64) { return false; }).end, CsvEnd::Cancelled);
 }
 
-TEST(CsvFailure, AFullDiskKeepsTheStoreAsItWas) {
-  FaultyDisk disk;
-  QTemporaryDir folder;
-  const QString path = folder.filePath(u"talnik.MDB"_qs);
-  ASSERT_TRUE(CreateStore(path));
-  Store store(path);
+struct CsvOnFaultyDisk : FaultyDisk, CsvExchange {};
+
+TEST_F(CsvOnFaultyDisk, AFullDiskKeepsTheStoreAsItWas) {
   QString text = kHeader;
   for (int i = 0; i < 5000; ++i) text += u"\"1.2.2024\",,\"%1\"\r\n"_qs.arg(i);
-  QStringList told;
-  store.WriteFailed = [&told](const QString& what) { told << what; };
-  disk.fault = FaultyDisk::Fault::Full;
-  disk.writesLeft = 50;
-  const CsvImport result = ImportCsv(store, text, At(u"15.1.2024"_qs), GoOn);
-  EXPECT_EQ(result.end, CsvEnd::Failed);
-  EXPECT_EQ(result.imported, 0);
+  fault = Fault::Full;
+  writesLeft = 50;
+  const CsvImport result = Take(text);
+  EXPECT_TRUE(result.end == CsvEnd::Failed && result.imported == 0);
   EXPECT_EQ(told.size(), 1);
-  disk.fault = FaultyDisk::Fault::None;
-  EXPECT_EQ(store.Number(statements::CountAll()), 0);
+  fault = Fault::None;
+  EXPECT_EQ(Count(), 0);
   store.Close();
   QFile::remove(path);
   EXPECT_EQ(ExportCsv(store, GoOn).end, CsvEnd::Failed);

@@ -49,18 +49,6 @@ TEST_F(DayTest, CountsExactlyWhatTheDayQueryFinds) {
   }
 }
 
-TEST_F(DayTest, AnEventCountsOnEveryDayThatItTouches) {
-  store.Insert(Row(u"night"_qs, u"14.1.2024 20:00"_qs, u"15.1.2024 8:00"_qs));
-  store.Insert(Row(u"days"_qs, u"13.1.2024"_qs, u"15.1.2024"_qs));
-  store.Insert(Row(u"ages"_qs, u"1.1.1900"_qs, u"31.12.9999 23:59:59"_qs));
-  store.Insert(Row(u"endless"_qs, u"15.1.2024"_qs));
-  const std::pair<QString, const char*> days[] = {{u"12.1.2024"_qs, "ages"},
-                                                  {u"14.1.2024 9:00"_qs, "ages days night"},
-                                                  {u"15.1.2024"_qs, "ages days night endless"},
-                                                  {u"16.1.2024"_qs, "ages"}};
-  for (const auto& [day, events] : days) EXPECT_EQ(Found(statements::OfDay(At(day))), events) << day.toStdString();
-}
-
 TEST_F(DayTest, FindsWhatTouchesASpan) {
   store.Insert(Row(u"before"_qs, u"15.1.2024 7:00"_qs, u"15.1.2024 7:59:59"_qs));
   store.Insert(Row(u"into"_qs, u"15.1.2024 7:00"_qs, u"15.1.2024 8:00"_qs));
