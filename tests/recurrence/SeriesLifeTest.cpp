@@ -171,6 +171,8 @@ struct Life : AtRandom<SeriesStore> {
 
   void Look() {
     RebuildAsAnew();
+    const qint64 writes = Writes();
+    Must(Rebuild() && Writes() == writes, u"a second rebuild writes nothing"_qs);
     justRebuilt = true;
   }
 
