@@ -8,7 +8,6 @@
 #include "store/Statements.h"
 
 #include <QAction>
-#include <QFile>
 #include <QRadioButton>
 
 namespace talnik::test {
@@ -26,13 +25,6 @@ std::string Lines(const QList<DayItem>& items) {
   return lines.join(u'|').toStdString();
 }
 
-TEST(DayOverview, TimesAreNumbersAndBack) {
-  EXPECT_EQ(ToLong(*CDate(u"15.1.2024 8:05"_qs, kDay)), 805);
-  EXPECT_EQ(ToDate(805), u"08:05"_qs);
-  EXPECT_EQ(ToDate(0), u"00:00"_qs);
-  EXPECT_EQ(ToDate(2400), u"24:00"_qs);
-}
-
 TEST(DayOverview, ALineHoldsTimesAndText) {
   const std::tuple<QString, QString, const char*> rows[] = {
       {u"15.1.2024 8:05"_qs, u"15.1.2024 9:30"_qs, "08:05 až 09:30 x"},
@@ -45,7 +37,9 @@ TEST(DayOverview, ALineHoldsTimesAndText) {
       {u"14.1.2024"_qs, u"17.1.2024"_qs, "až 17.1.2024 x"},
       {{}, u"15.1.2024 8:00"_qs, "až 08:00 15.1.2024 x"},
   };
-  for (const auto& [start, end, line] : rows) EXPECT_EQ(FormatItem(Item(start, end), true).toStdString(), line);
+  for (const auto& [start, end, line] : rows) {
+    EXPECT_EQ(FormatItem(Item(start, end), true).toStdString(), line) << "from " << start.toStdString();
+  }
   EXPECT_EQ(FormatItem(Item(u"15.1.2024 8:00"_qs, {}, u"a\r\nb"_qs), true), u"08:00 a b"_qs);
   EXPECT_EQ(FormatItem(Item(u"15.1.2024 8:00"_qs, {}), false), u"08:00"_qs);
 }
@@ -116,12 +110,6 @@ class DayView : public MainWindow {
     user_.Press(key, Qt::NoModifier, List(window));
     FormDriver::Settle();
   }
-  void Confirm(const char* question) {
-    user_.Expect([question](QWidget* dialog) {
-      EXPECT_EQ(dialog->findChild<QPlainTextEdit*>(u"txtMessage"_qs)->toPlainText().toStdString(), question);
-      dialog->findChild<QPushButton*>(u"cmdYES"_qs)->click();
-    });
-  }
   void ComeBack(QWidget* window) {
     ASSERT_TRUE(FormDriver::Until([window] { return window->isActiveWindow(); }));
     FormDriver::Settle();
@@ -130,23 +118,12 @@ class DayView : public MainWindow {
   /// Adds a daily series of three with its first occurrence on the day.
   void AddSeries(const QString& text) {
     Add(text, u"15.1.2024 7:00"_qs, u"15.1.2024 7:30"_qs);
+    const QString rule = u" RRULE:FREQ=DAILY INTERVAL=1 COUNT=3"_qs;
+    Execute({u"UPDATE schedule SET recur=?, status=?"_qs, {rule, int{StatusRoot}}});
     Store store(InData("talnik.MDB"));
-    const auto rows = Recordset::Open(store, statements::All());
-    ScheduleRecord root = rows->Row();
-    root.recur = u" RRULE:FREQ=DAILY INTERVAL=1 COUNT=3"_qs;
-    root.status = StatusRoot;
-    ASSERT_TRUE(rows->Update(root));
     ASSERT_TRUE(RebuildOccurrences(store, {.now = kDay, .biases = world_.timeZone.Zone}));
   }
 };
-
-TEST_F(DayView, IsOnlyForDaysThatHoldTasks) {
-  Start();
-  Heard();
-  EXPECT_FALSE(Menu("mnuSpareTime")->isEnabled());
-  user_.Press(Qt::Key_Return, Qt::ControlModifier);
-  EXPECT_EQ(Heard(), "sound: refused.wav");
-}
 
 TEST_F(DayView, ReadsEachLineAndBothOptions) {
   Add(u"noc"_qs, u"14.1.2024 20:00"_qs, u"15.1.2024 6:00"_qs);
@@ -156,12 +133,8 @@ TEST_F(DayView, ReadsEachLineAndBothOptions) {
   Overview([this](QWidget* window) {
     EXPECT_EQ(window->windowTitle(), u"15.1.2024 - úkoly"_qs);
     EXPECT_EQ(Heard(), "say: 15.1.2024 - úkoly\nand: 20:00 až 06:00 15.1.2024 noc");
-    PressInList(window, Qt::Key_Down);
-    EXPECT_EQ(Heard(), "say: 09:00 až 10:00 porada");
-    PressInList(window, Qt::Key_Down);
-    EXPECT_EQ(Heard(), "sound: end.wav\nsay: 09:00 až 10:00 porada");
-    user_.Press(Qt::Key_Tab, Qt::ShiftModifier, window);
-    EXPECT_EQ(Heard(), "say: Úkoly") << "the chosen one, not the nearest one";
+    Play(u"Down > say: 09:00 až 10:00 porada | Down > sound: end.wav\nsay: 09:00 až 10:00 porada"_qs, window);
+    Play(u"Shift+Tab > say: Úkoly"_qs, window);  // the chosen one, not the nearest one
     auto* freeTime = FormDriver::Find<QRadioButton>(window, "optFreeTime(1)");
     freeTime->click();
     EXPECT_EQ(Heard(), "say: Volný čas");
@@ -169,21 +142,10 @@ TEST_F(DayView, ReadsEachLineAndBothOptions) {
     EXPECT_FALSE(FormDriver::Find<QPushButton>(window, "cmdGoTo")->isEnabled());
     freeTime->setFocus();
     FormDriver::Settle();
-    Heard();
-    for (const auto& [key, heard] : {std::pair(Qt::Key_Up, "say: Úkoly"), std::pair(Qt::Key_Down, "say: Volný čas"),
-                                     std::pair(Qt::Key_Down, "sound: end.wav")}) {
-      user_.Press(key, Qt::NoModifier, window);
-      FormDriver::Settle();
-      EXPECT_EQ(Heard(), heard) << "once";
-    }
-    user_.Press(Qt::Key_Return, Qt::NoModifier, window);
-    EXPECT_EQ(Heard(), "say: 20:00 až 06:00 15.1.2024 noc") << "Enter goes to the list";
-    PressInList(window, Qt::Key_Down);
-    EXPECT_EQ(Heard(), "say: 06:01 až 08:59");
-    for (const int key : {Qt::Key_Return, Qt::Key_F8}) {
-      PressInList(window, key);
-      EXPECT_EQ(Heard(), "sound: refused.wav") << "there is no record in a gap";
-    }
+    Play(u"Up > say: Úkoly | Down > say: Volný čas | Down > sound: end.wav"_qs, window);
+    // Enter goes to the list; there is no record in a gap.
+    Play(u"Return > say: 20:00 až 06:00 15.1.2024 noc | Down > say: 06:01 až 08:59"_qs, window);
+    Play(u"Return > sound: refused.wav | F8 > sound: refused.wav"_qs, window);
   });
   ASSERT_TRUE(ComesToFront());
   EXPECT_TRUE(HeardLast("say: 15. pondělí 2 úkolů"));
@@ -192,11 +154,7 @@ TEST_F(DayView, ReadsEachLineAndBothOptions) {
 
 TEST_F(DayView, APlayedNoteStandsInForTheVoice) {
   Add(u"porada"_qs, u"15.1.2024 9:00"_qs);
-  Store store(InData("talnik.MDB"));
-  const auto rows = Recordset::Open(store, statements::All());
-  ScheduleRecord row = rows->Row();
-  row.wav = u"A15083.200"_qs;
-  rows->Update(row);
+  SetNote(u"porada"_qs, u"A15083.200"_qs);
   Start();
   Overview([this](QWidget* window) {
     Heard();
@@ -214,11 +172,7 @@ TEST_F(DayView, GoesToTheChosenTaskAndComesBackToTheDay) {
   Start();
   Overview([this](QWidget* window) {
     PressInList(window, Qt::Key_Down);
-    user_.Expect([this](QWidget* editor) {
-      EXPECT_EQ(editor->findChild<QLineEdit*>(u"txtPos"_qs)->text(), u"2/2"_qs);
-      editor->findChild<QAction*>(u"mnuPrev"_qs)->trigger();
-      editor->findChild<QAction*>(u"mnuExit"_qs)->trigger();
-    });
+    ExpectPlay("frmSchedule", u"txtPos:2/2 | mnuPrev | mnuExit"_qs);
     PressInList(window, Qt::Key_Return);
     ComeBack(window);
     EXPECT_EQ(window->windowTitle(), u"15.1.2024 - úkoly"_qs);
@@ -232,32 +186,17 @@ TEST_F(DayView, AGapSuggestsTheTimeOfANewTask) {
   Add(u"porada"_qs, u"15.1.2024 9:00"_qs, u"15.1.2024 10:00"_qs);
   Start();
   Overview([this](QWidget* window) {
-    FormDriver::Find<QRadioButton>(window, "optFreeTime(1)")->click();
-    List(window)->setFocus();
-    PressInList(window, Qt::Key_End);
-    user_.Expect([this](QWidget* dialog) {
-      FormDriver::Settle();
-      EXPECT_EQ(dialog->findChild<QLineEdit*>(u"Text1(0)"_qs)->text(), u"10"_qs);
-      EXPECT_EQ(dialog->findChild<QLineEdit*>(u"Text1(1)"_qs)->text(), u"01"_qs);
-      dialog->findChild<QPushButton*>(u"cmdSet"_qs)->click();
-    });
-    user_.Expect([](QWidget* editor) {
-      EXPECT_EQ(editor->findChild<QLineEdit*>(u"Text3"_qs)->text(), u"15.1.2024 10:01"_qs);
-      editor->findChild<QPushButton*>(u"cmdOK"_qs)->click();
-    });
+    Play(u"optFreeTime(1) | @List1 | End"_qs, window);
+    ExpectPlay("frmSetSysTime", u"Text1(0):10 | Text1(1):01 | cmdSet"_qs);
+    ExpectPlay("frmSchedule", u"Text3:15.1.2024 10:01 | cmdOK"_qs);
     PressInList(window, Qt::Key_Insert);
     ComeBack(window);
     EXPECT_TRUE(user_.AllCame());
     EXPECT_EQ(ListLines(window), "00:00 až 08:59|09:00 až 10:00 porada|10:01|10:02 až 23:59");
     EXPECT_TRUE(HeardLast("say: 00:00 až 08:59")) << "the list begins anew";
 
-    FormDriver::Find<QRadioButton>(window, "optFreeTime(0)")->click();
-    List(window)->setFocus();
-    Heard();
-    user_.Expect([this](QWidget* dialog) {
-      EXPECT_EQ(dialog->findChild<QLineEdit*>(u"Text1(0)"_qs)->text(), QString()) << "a task suggests nothing";
-      user_.Press(Qt::Key_Escape, Qt::NoModifier, dialog);
-    });
+    Play(u"optFreeTime(0) | @List1"_qs, window);
+    ExpectPlay("frmSetSysTime", u"Text1(0): | Escape"_qs);  // a task suggests nothing
     user_.ExpectAndPress(u"frmSchedule"_qs, Qt::Key_Escape);
     PressInList(window, Qt::Key_Insert);
     ComeBack(window);
@@ -269,42 +208,27 @@ TEST_F(DayView, DeletesARecordWithItsNote) {
   for (const char* text : {"dopis", "porada"})
     Add(QString::fromLatin1(text), u"15.1.2024 9:00"_qs, {}, u"15.1.2024 8:45"_qs);
   Start();
-  for (const char* name : {"Record/shared", "Record/own"}) {
-    QFile file(InData(name));
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  }
-  Store store(InData("talnik.MDB"));
-  const auto rows = Recordset::Open(store, statements::All());
-  const auto setNote = [&rows](const QString& wav) {
-    ScheduleRecord row = rows->Row();
-    row.wav = wav;
-    rows->Update(row);
-  };
-  setNote(u"shared"_qs);
-  rows->MoveNext();
-  setNote(InData("Record/shared"));
-  Overview([this, &store, &setNote](QWidget* window) {
+  for (const char* name : {"Record/shared", "Record/own"}) WriteFile(InData(name));
+  SetNote(u"dopis"_qs, u"shared"_qs);
+  SetNote(u"porada"_qs, InData("Record/shared"));
+  Overview([this](QWidget* window) {
     user_.ExpectAndPress(u"frmMsg12"_qs, Qt::Key_Return);  // the second button is the default
     PressInList(window, Qt::Key_F8);
     ComeBack(window);
     EXPECT_EQ(RowCount(), 2);
-    Confirm("Smazat záznam 09:00 dopis?");
+    ExpectMessage(u"Smazat záznam 09:00 dopis?"_qs);
     PressInList(window, Qt::Key_F8);
     ComeBack(window);
     EXPECT_TRUE(HeardLast("say: 09:00 porada"));
     EXPECT_TRUE(QFile::exists(InData("Record/shared"))) << "the other record plays it";
-    setNote(u"own"_qs);
-    FormDriver::Find<QRadioButton>(window, "optFreeTime(1)")->click();
-    FormDriver::Find<QRadioButton>(window, "optFreeTime(0)")->click();
-    List(window)->setFocus();
-    Confirm("Smazat záznam 09:00 porada?");
+    SetNote(u"porada"_qs, u"own"_qs);
+    Play(u"optFreeTime(1) | optFreeTime(0) | @List1"_qs, window);
+    ExpectMessage(u"Smazat záznam 09:00 porada?"_qs);
     PressInList(window, Qt::Key_F8);
     ComeBack(window);
     EXPECT_TRUE(HeardLast("say: žádné úkoly"));
     EXPECT_FALSE(QFile::exists(InData("Record/own")));
-    PressInList(window, Qt::Key_F8);
-    PressInList(window, Qt::Key_Return);
-    EXPECT_EQ(Heard(), "sound: refused.wav\nsound: refused.wav");
+    Play(u"F8 > sound: refused.wav | Return > sound: refused.wav"_qs, window);
   });
   EXPECT_EQ(RowCount(), 0);
   EXPECT_FALSE(Menu("mnuSpareTime")->isEnabled());
@@ -315,7 +239,7 @@ TEST_F(DayView, ADeletedOccurrenceStaysAwayAndItsSeriesStays) {
   Start();
   Overview([this](QWidget* window) {
     EXPECT_EQ(ListLines(window), "07:00 až 07:30 cvičení|07:00 až 07:30 cvičení") << "the root is a row of the day too";
-    Confirm("Smazat záznam 07:00 až 07:30 cvičení?");
+    ExpectMessage(u"Smazat záznam 07:00 až 07:30 cvičení?"_qs);
     PressInList(window, Qt::Key_F8);
     ComeBack(window);
     EXPECT_TRUE(HeardLast("say: žádné úkoly"));
@@ -335,9 +259,8 @@ TEST_F(DayView, ARootIsDeletedOnlyAsAWholeSeries) {
   Start();
   for (const char* answer : {"cmdCancel", "cmdAll"}) {
     Overview([this, answer](QWidget* window) {
-      Confirm("Smazat záznam 07:00 až 07:30 cvičení?");
-      user_.Expect(
-          [answer](QWidget* dialog) { dialog->findChild<QPushButton*>(QString::fromLatin1(answer))->click(); });
+      ExpectMessage(u"Smazat záznam 07:00 až 07:30 cvičení?"_qs);
+      ExpectClick(answer);
       PressInList(window, Qt::Key_F8);
       ComeBack(window);
     });

@@ -157,11 +157,6 @@ void ForEachSource(const QString& mask, const Check& check) {
 
 class Help : public MainWindow {
  protected:
-  void Install(const QString& path) {
-    QDir().mkpath(QFileInfo(path).path());
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  }
   void ExpectListed(const QString& chapter, const QStringList& expected) {
     EXPECT_FALSE(expected.isEmpty());
     for (const QString& words : expected) {
@@ -230,7 +225,7 @@ TEST_F(Help, OpensInTheViewerOfTheFamilyElseInThatOfTheDesktop) {
   Start();
   ExpectMessage(u"Stránka nápovědy nebyla nalezena: "_qs + page, "cmdYES");
   Choose("mnuOpenHelp");
-  Install(page);
+  WriteFile(page);
   FormDriver::Settle();
   world_.Heard();
   user_.Press(Qt::Key_F1);
@@ -241,7 +236,7 @@ TEST_F(Help, OpensInTheViewerOfTheFamilyElseInThatOfTheDesktop) {
   ExpectMessage(nothing + page, "cmdYES");
   world_.shell.Opens = false;
   Choose("mnuOpenHelp");
-  Install(viewer);
+  WriteFile(viewer);
   Choose("mnuOpenHelp");
   EXPECT_EQ(world_.shell.Started, QStringList(viewer + u' ' + page));
   EXPECT_EQ(world_.shell.Opened.size(), 2);
@@ -254,7 +249,7 @@ TEST_F(Help, UpdatesAreLookedForByTheProgramForThem) {
   ExpectMessage(u"Aktualizace tu nelze zkontrolovat, chybí program "_qs + program + u"\nNainstalovaná verze je 7.8."_qs,
                 "cmdYES");
   Choose("mnuHelpCheckUpdate");
-  Install(program);
+  WriteFile(program);
   Choose("mnuHelpCheckUpdate");
   EXPECT_EQ(world_.shell.Started, QStringList(program + u" /lmupdate1"_qs));
   world_.shell.Starts = false;

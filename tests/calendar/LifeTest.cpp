@@ -4,15 +4,23 @@
 
 #include <QAction>
 #include <QApplication>
-#include <QDir>
-#include <QFile>
 #include <QMenu>
 #include <QTimer>
 
 namespace talnik::test {
 namespace {
 
-using Life = MainWindow;
+class Life : public MainWindow {
+ protected:
+  /// Another process says this word while the next window, of this name, is open.
+  void ToldIn(const QString& window, const QString& word) {
+    user_.Expect([=, this](QWidget* dialog) {
+      EXPECT_EQ(dialog->objectName(), window);
+      world_.Heard();
+      world_.instance.Told(word);
+    });
+  }
+};
 
 TEST(ExitDecision, FollowsTheSettingAndTheChoice) {
   constexpr int notAsked = 99;
@@ -35,9 +43,6 @@ TEST(ExitDecision, FollowsTheSettingAndTheChoice) {
     EXPECT_EQ(DecideExit(c.exitMode, [&] { return chosen = c.chosen; }), c.decision) << c.exitMode << c.chosen;
     EXPECT_EQ(chosen, c.chosen) << "asked or not by mode " << c.exitMode;
   }
-  EXPECT_EQ(ExitChoices(u"Talník"_qs),
-            u"Co dělat?;Ukončit Talník;Skrýt Talník;Vždy ukončit a příště se již neptat;Vždy skrýt a příště se již "
-            u"neptat;Zpět"_qs);
 }
 
 TEST_F(Life, AFirstRunMakesItsData) {
@@ -48,7 +53,6 @@ TEST_F(Life, AFirstRunMakesItsData) {
   EXPECT_TRUE(world_.trayIcon.There && world_.braille.Active);
   EXPECT_EQ(world_.trayIcon.Tip, u"Talník"_qs);
   EXPECT_EQ(world_.keyboardHook.Watched, 0);
-  EXPECT_EQ(main_->property("windowTag"), 1710);
 }
 
 TEST_F(Life, ASecondStartHandsOverBeforeItTouchesAnything) {
@@ -128,6 +132,7 @@ TEST_F(Life, AltF4AsksAndAsksAgain) {
 TEST_F(Life, ARunningCountdownIsAskedAbout) {
   Start();
   Choose("mnuHide");
+  EXPECT_FALSE(Menu("mnuAnnounceTimeOut")->isEnabled());
   ExpectClick("cmdSet", "Text1(1)", u"5"_qs);
   Choose("mnuTimeOut");
   EXPECT_EQ(main_->windowTitle(), u"Talník - 00:05:00"_qs);
@@ -153,30 +158,21 @@ TEST_F(Life, AnotherStartComesBackToTheCalendar) {
   Start();
   const qint64 rows = RowCount();
   ExpectClick("cmdSet");
-  user_.Expect([this](QWidget* editor) {
-    EXPECT_EQ(editor->objectName(), u"frmSchedule"_qs);
-    world_.instance.Told(u"show"_qs);
-  });
+  ToldIn(u"frmSchedule"_qs, u"show"_qs);
   Choose("mnuNewRecord");
   EXPECT_TRUE(user_.AllCame());
   EXPECT_FALSE(QApplication::activeModalWidget());
   EXPECT_TRUE(main_->isVisible());
   EXPECT_EQ(RowCount(), rows);
 
-  user_.Expect([this](QWidget* dialog) {
-    EXPECT_EQ(dialog->objectName(), u"frmSetSysTime"_qs);
-    world_.instance.Told(u"show"_qs);
-  });
+  ToldIn(u"frmSetSysTime"_qs, u"show"_qs);
   Choose("mnuNewRecord");
   FormDriver::Settle();
   EXPECT_FALSE(QApplication::activeModalWidget()) << "the command that was swept away does not go on";
 
   for (int i = 0; i < 2; ++i) Add(u"střet"_qs, u"15.1.2024"_qs);
   ExpectClick("cmdSet");
-  user_.Expect([this](QWidget* conflict) {
-    EXPECT_EQ(conflict->objectName(), u"frmMsg12"_qs);
-    world_.instance.Told(u"show"_qs);
-  });
+  ToldIn(u"frmMsg12"_qs, u"show"_qs);
   Choose("mnuNewRecord");
   FormDriver::Settle();
   EXPECT_TRUE(user_.AllCame()) << "neither the second conflict nor the editor behind it comes";
@@ -185,11 +181,7 @@ TEST_F(Life, AnotherStartComesBackToTheCalendar) {
 TEST_F(Life, AnOutsideCloseEndsTheProgramFromAnyWindow) {
   Add(u"porada"_qs, u"15.1.2024 9:00"_qs);
   Start();
-  user_.Expect([this](QWidget* editor) {
-    EXPECT_EQ(editor->objectName(), u"frmSchedule"_qs);
-    world_.Heard();
-    world_.instance.Told(u"close"_qs);
-  });
+  ToldIn(u"frmSchedule"_qs, u"close"_qs);
   Choose("mnuTaskAll");
   EXPECT_EQ(ended_, 1);
   EXPECT_FALSE(QApplication::activeModalWidget());
@@ -256,13 +248,9 @@ TEST_F(Life, AnAlarmComesWhileTheWindowIsHidden) {
 
 TEST_F(Life, AStoreThatIsNoneIsToldAndTheProgramGoesOn) {
   ASSERT_TRUE(QDir().mkpath(InData("talnik.MDB")));
-  user_.Expect([this](QWidget* dialog) {
-    EXPECT_EQ(dialog->findChild<QPlainTextEdit*>(u"txtMessage"_qs)->toPlainText(),
-              u"Chyba dat: "_qs + InData("talnik.MDB"));
-    EXPECT_TRUE(Heard().find("Chyba dat") != std::string::npos);
-    user_.Press(Qt::Key_Return, Qt::NoModifier, dialog);
-  });
+  ExpectMessage(u"Chyba dat: "_qs + InData("talnik.MDB"));
   Start();
+  EXPECT_NE(Heard().find("Chyba dat"), std::string::npos);
   EXPECT_TRUE(user_.AllCame());
   user_.Press(Qt::Key_Down);
   EXPECT_EQ(DayAndMonth(), u"16. úterý leden 2024"_qs);

@@ -5,9 +5,6 @@
 #include "store/Template.h"
 #include "store/Text.h"
 
-#include <QDir>
-#include <QFile>
-
 namespace talnik::test {
 namespace {
 
@@ -21,12 +18,12 @@ MainWindow::MainWindow() {
   world_.shell.Installed = folder_.path() + u"/installed/"_qs;
   QDir().mkpath(world_.shell.Installed + u"talnik"_qs);
   EXPECT_TRUE(CreateStore(world_.shell.Installed + u"talnik/src_talnik.MDB"_qs));
-  QFile names(world_.shell.Installed + u"talnik/src_Names.dat"_qs);
-  if (!names.open(QIODevice::WriteOnly)) ADD_FAILURE() << "no name days";
+  QByteArray names;
   for (int slot = 0; slot < 372; ++slot) {
     const QString name = slot == 14 ? u"Alice"_qs : slot == 59 ? u"Horymír"_qs : slot == 182 ? u"Alois"_qs : QString();
-    names.write((name + u"\r\n"_qs).toUtf8());
+    names += (name + u"\r\n"_qs).toUtf8();
   }
+  WriteFile(world_.shell.Installed + u"talnik/src_Names.dat"_qs, names);
 }
 
 QString MainWindow::InData(const char* name) const {
@@ -92,11 +89,16 @@ void MainWindow::ExpectClick(const char* button, const char* field, const QStrin
   });
 }
 
-void MainWindow::ExpectMessage(const QString& text, const char* button) {
-  user_.Expect([=](QWidget* dialog) {
-    EXPECT_EQ(FormDriver::Find<QPlainTextEdit>(dialog, "txtMessage")->toPlainText().toStdString(), text.toStdString());
-    FormDriver::Find<QPushButton>(dialog, button)->click();
+void MainWindow::ExpectPlay(const char* window, const QString& script) {
+  user_.Expect([=, this](QWidget* dialog) {
+    EXPECT_EQ(dialog->objectName().toStdString(), window);
+    Play(script, dialog);
   });
+}
+
+void MainWindow::Execute(const Statement& statement) {
+  Store store(InData("talnik.MDB"));
+  EXPECT_TRUE(store.Execute(statement));
 }
 
 qint64 MainWindow::RowCount() {

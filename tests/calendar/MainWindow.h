@@ -4,6 +4,7 @@
 #include "editor/EditorControls.h"
 #include "shell/TextControls.h"
 #include "support/FakePlatform.h"
+#include "support/Files.h"
 #include "support/FormDriver.h"
 
 #include <QLabel>
@@ -34,16 +35,30 @@ class MainWindow : public ::testing::Test {
   /// A record from `start` to `end`, written past the program. An alarm at `alarm` unless it is empty.
   void Add(const QString& text, const QString& start, const QString& end = {}, const QString& alarm = {});
   qint64 RowCount();
+  void Execute(const Statement& statement);
+  void SetNote(const QString& text, const QString& wav) {
+    Execute({u"UPDATE schedule SET wav=? WHERE appointment=?"_qs, {wav, text}});
+  }
   /// In the next window the field, if one is named, is filled and the button pressed.
   void ExpectClick(const char* button, const char* field = nullptr, const QString& text = {});
-  /// The same for a message of this text.
-  void ExpectMessage(const QString& text, const char* button);
+  /// In the next window, which is to have this name, the script is played.
+  void ExpectPlay(const char* window, const QString& script);
+  /// The next window is the editor, which is closed at once; `field` of it is to hold `text`.
+  void ExpectEditor(const char* field, const QString& text) {
+    ExpectPlay("frmSchedule", QLatin1String(field) + u':' + text + u" | Escape"_qs);
+  }
+  void ExpectMessage(const QString& text, const char* button = "cmdYES") { user_.ExpectMessage(text, button); }
   QAction* Menu(const char* name) { return main_->Menu(name); }
   void Choose(const char* name) { Menu(name)->trigger(); }
   QString InData(const char* name) const;
   QString DayAndMonth() const { return main_->List1->Text() + u' ' + main_->Label1->text(); }
   /// What was heard since the last call, one line each.
   std::string Heard() { return world_.Heard().join(u'\n').toStdString(); }
+  /// See FormDriver::Play.
+  void Play(const QString& script, QWidget* window = nullptr) {
+    user_.Play(
+        script, [this] { return Heard(); }, true, window);
+  }
 
   QTemporaryDir folder_;
   FakeWorld world_;

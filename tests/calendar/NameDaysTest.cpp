@@ -2,22 +2,10 @@
 #include "calendar/NameDays.h"
 
 #include <QClipboard>
-#include <QFile>
 #include <QGuiApplication>
 
 namespace talnik::test {
 namespace {
-
-void WriteFile(const QString& path, const QByteArray& bytes) {
-  QFile file(path);
-  ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  file.write(bytes);
-}
-
-QByteArray ReadFile(const QString& path) {
-  QFile file(path);
-  return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
-}
 
 TEST(NameDays, SlotsAreTwelveMonthsOfThirtyOneDays) {
   const std::pair<int, const char*> lines[] = {{1, "1.1"}, {31, "31.1"}, {32, "1.2"}, {60, "29.2"}, {372, "31.12"}};
@@ -115,11 +103,7 @@ TEST_F(NamesInWindow, ATextOfAnyLengthDoesNotHoldUpTheKeys) {
 TEST_F(NamesInWindow, ANameIsFoundInThisYear) {
   Start();
   EXPECT_FALSE(Menu("mnuHolFindNext")->isEnabled());
-  user_.Expect([this](QWidget* dialog) {
-    EXPECT_EQ(dialog->objectName(), u"frmFindHolDay"_qs);
-    user_.Type(u"al"_qs);
-    user_.Press(Qt::Key_Return, Qt::NoModifier, dialog);
-  });
+  ExpectPlay("frmFindHolDay", u"'al' | Return"_qs);
   GoTo(u"3.3.2030"_qs);
   Choose("mnuHolFind");
   EXPECT_EQ(DayAndMonth(), u"15. pondělí leden 2024"_qs);

@@ -4,23 +4,12 @@
 #include <QAction>
 #include <QClipboard>
 #include <QDir>
-#include <QFile>
 #include <QGuiApplication>
 
 namespace talnik::test {
 namespace {
 
-class Tasks : public MainWindow {
- protected:
-  /// The next window is the editor, which is closed at once; `field` of it is to hold `text`.
-  void ExpectEditor(const char* field, const QString& text) {
-    user_.Expect([this, field, text](QWidget* editor) {
-      EXPECT_EQ(editor->objectName(), u"frmSchedule"_qs);
-      EXPECT_EQ(editor->findChild<QLineEdit*>(QString::fromLatin1(field))->text(), text);
-      user_.Press(Qt::Key_Escape, Qt::NoModifier, editor);
-    });
-  }
-};
+using Tasks = MainWindow;
 
 TEST_F(Tasks, EachFilterOpensTheEditorOnItsRecordsUnlessThereAreNone) {
   Start();
@@ -118,10 +107,7 @@ TEST_F(Tasks, EverythingIsDeletedWithTheTracesOfSynchronisation) {
   Add(u"ráno"_qs, u"15.1.2024 9:00"_qs);
   Start();
   const QStringList gone = {InData("LmData.txt"), InData("GgData_Saved.txt"), InData("LmData.log")};
-  for (const QString& path : gone + QStringList{InData("other.txt")}) {
-    QFile file(path);
-    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
-  }
+  for (const QString& path : gone + QStringList{InData("other.txt")}) WriteFile(path);
   ASSERT_TRUE(QDir().mkdir(InData("GgData.txt"))) << "cannot be removed as a file";
   ExpectMessage(u"Smazat všechny záznamy v talníku?"_qs, "cmdYES");
   ExpectMessage(u"Chyba dat: "_qs + InData("GgData.txt"), "cmdYES");

@@ -16,64 +16,34 @@ class Browse : public EditorWorld {
     Add("15.1.2024 10:00", "druhý", "15.1.2024 11:00");
     Add("16.1.2024", "třetí");
   }
-  /// What was heard since the last call, but for the speech of the focus on the way.
-  std::string Heard() { return world.Heard().join(u"; "_qs).toStdString(); }
-  /// What is heard of one key.
-  std::string Press(int key, Qt::KeyboardModifiers with = Qt::NoModifier) {
-    Heard();
-    driver.Press(key, with);
-    FormDriver::Settle();
-    return Heard();
-  }
 };
 
 TEST_F(Browse, OpeningAndPageKeysSayTheRecordOnceAPressAndTheEndsAreAudible) {
   AddThree();
-  const struct {
-    int key;
-    Qt::KeyboardModifiers with;
-    const char* heard;
-    const char* position;
-  } steps[] = {
-      {Qt::Key_PageDown, Qt::NoModifier, "say: 10:00 druhý", "2/3"},
-      {Qt::Key_PageDown, Qt::NoModifier, "say: 16. 1. 2024  třetí", "3/3"},
-      {Qt::Key_PageDown, Qt::NoModifier, "sound: refused.wav; say: 16. 1. 2024  třetí", "3/3"},
-      {Qt::Key_PageUp, Qt::ControlModifier, "say: 15. 1. 2024 9:00  první", "1/3"},
-      {Qt::Key_PageUp, Qt::NoModifier, "sound: refused.wav; say: 9:00 první", "1/3"},
-      {Qt::Key_PageDown, Qt::ControlModifier, "say: 16. 1. 2024  třetí", "3/3"},
-      {Qt::Key_PageUp, Qt::NoModifier, "say: 15. 1. 2024 10:00  druhý", "2/3"},
-  };
   Run([&](frmSchedule& form) {
     EXPECT_EQ(Heard(), "say: Plán - 15.1.2024 9:00; and: Poznámka: první");
     EXPECT_EQ(Field(form, "txtPos"), u"1/3"_qs);
-    EXPECT_EQ(form.Tag(), 1729);
-    for (const auto& step : steps) {
-      EXPECT_EQ(Press(step.key, step.with), step.heard);
-      EXPECT_EQ(Field(form, "txtPos").toStdString(), step.position);
-    }
-    Focus(form, "Text3");
-    EXPECT_EQ(Press(Qt::Key_PageDown), "say: 16. 1. 2024  třetí; say:  datum 16.1.2024") << "as the start field";
-    Command(form, "mnuFirst");
-    EXPECT_EQ(Heard() + Note(form).toStdString(), "první") << "a menu command is silent";
+    Play(form, {{"PgDown > say: 10:00 druhý", "2/3"},
+                {"PgDown > say: 16. 1. 2024  třetí", "3/3"},
+                {"PgDown > sound: refused.wav; say: 16. 1. 2024  třetí", "3/3"},
+                {"Ctrl+PgUp > say: 15. 1. 2024 9:00  první", "1/3"},
+                {"PgUp > sound: refused.wav; say: 9:00 první", "1/3"},
+                {"Ctrl+PgDown > say: 16. 1. 2024  třetí", "3/3"},
+                {"PgUp > say: 15. 1. 2024 10:00  druhý", "2/3"}});
+    // The start field says its own; a menu command is silent.
+    Play(form, "@Text3 | PgDown > say: 16. 1. 2024  třetí; say:  datum 16.1.2024 | mnuFirst > | Text1:první");
   });
 }
 
 TEST_F(Browse, ANewRecordCannotBeLeftByPaging) {
   AddThree();
   RunNew("17.1.2024 12:00:00", [&](frmSchedule& form) {
-    EXPECT_EQ(form.Tag(), 1722);
-    EXPECT_EQ(form.windowTitle(), u"Plán"_qs);
     EXPECT_EQ(Field(form, "Text3"), u"17.1.2024 12:00"_qs) << "put back by the focus of the text";
     EXPECT_FALSE(FormDriver::Find<QLineEdit>(&form, "txtPos")->isVisible());
-    EXPECT_EQ(Press(Qt::Key_PageUp), "sound: refused.wav");
-    EXPECT_EQ(Press(Qt::Key_PageDown, Qt::ControlModifier), "sound: refused.wav");
-    Command(form, "mnuRecPos");
-    Command(form, "mnuDelete");
-    EXPECT_EQ(Heard(), "sound: refused.wav; sound: refused.wav");
-    SetField(form, "Text3", "18.1.2024 7:00");
-    Focus(form, "Text3");
-    Focus(form, "Text1");
-    EXPECT_EQ(Field(form, "Text3"), u"18.1.2024 7:00"_qs) << "a start entered since stays";
+    Play(form, "PgUp > sound: refused.wav | Ctrl+PgDown > sound: refused.wav");
+    Play(form, "mnuRecPos > sound: refused.wav | mnuDelete > sound: refused.wav");
+    // A start entered since stays.
+    Play(form, "Text3=18.1.2024 7:00 | @Text3 | @Text1 | Text3:18.1.2024 7:00");
   });
   EXPECT_EQ(Rows().size(), 3U);
 }
@@ -87,9 +57,7 @@ TEST_F(Browse, ClosingReturnsToTheDayOfTheRecordUnlessItWasCancelledOrIsAlone) {
   Run([&](frmSchedule& form) { Click(form, "cmdStorno"); });
   EXPECT_TRUE(shownDays.isEmpty());
   Run([&](frmSchedule& form) {
-    driver.Press(Qt::Key_PageDown);
-    SetNote(form, u"nikdy neuloženo"_qs);
-    Command(form, "mnuExit");
+    Play(form, "PgDown | Text1=nikdy neuloženo | mnuExit");
     EXPECT_FALSE(form.isVisible());
   });
   EXPECT_EQ(shownDays, QStringList(u"16.1.2024"_qs));
@@ -114,20 +82,21 @@ TEST_F(Browse, AStartThatIsNoDateRefusesTheClosingButNotTheCancelling) {
 TEST_F(Browse, EachModeHasItsList) {
   Add("10.1.2024", "starý", "", "10.1.2024 7:00");
   Add("15.1.2024 7:00", "dnes ráno", "", "15.1.2024 6:00");
-  Add("20.1.2024", "smazaný", "", "20.1.2024");
-  store->Execute({u"UPDATE schedule SET status=8 WHERE appointment=?"_qs, {u"smazaný"_qs}});
+  Add("20.1.2024", "smazaný", "", "20.1.2024", {}, StatusDeleted);
   Add("21.1.2024", "bez alarmu");
   const struct {
     int mode;
     const char* filter;
     const char* first;
     const char* position;
+    int skip = 3;
   } cases[] = {
       {ModeAll, "", "starý", "1/3"},
       {ModeFromDay, "", "dnes ráno", "1/2"},
       {ModeFromDay, "16.1.2024", "bez alarmu", "1/1"},
       {ModeReserved, "16.1.2024", "smazaný", "3/4"},
       {ModeCustom, "", "bez alarmu", "4/4"},
+      {ModeCustom, "", "bez alarmu", "4/4", 99},
       {ModeWithAlarm, "", "dnes ráno", "1/2"},
       {ModeSearch, "", "bez alarmu", "1/1"},
   };
@@ -137,16 +106,13 @@ TEST_F(Browse, EachModeHasItsList) {
   for (const auto& row : cases) {
     state.FilterMode = row.mode;
     state.FilterDate = Q(row.filter);
-    state.CustomSkip = 3;
+    state.CustomSkip = row.skip;
     Run([&](frmSchedule& form) {
       EXPECT_EQ(Note(form).toStdString(), row.first) << "mode " << row.mode;
       EXPECT_EQ(Field(form, "txtPos").toStdString(), row.position) << "mode " << row.mode;
     });
+    EXPECT_EQ(state.CustomSkip, row.mode == ModeCustom ? 0 : row.skip) << "mode " << row.mode;
   }
-  state.FilterMode = ModeCustom;
-  state.CustomSkip = 99;
-  Run([&](frmSchedule& form) { EXPECT_EQ(Field(form, "txtPos"), u"4/4"_qs); });
-  EXPECT_EQ(state.CustomSkip, 0);
 }
 
 TEST_F(Browse, ASearchThatFindsNothingSaysSoOnceAndCloses) {
@@ -166,10 +132,7 @@ TEST_F(Browse, ASearchThatFindsNothingSaysSoOnceAndCloses) {
 TEST_F(Browse, WhatIsTypedIntoAnEmptyListIsRefusedAudibly) {
   state.FilterMode = ModeFromDay;
   Run([&](frmSchedule& form) {
-    SetField(form, "Text3", "15.1.2024");
-    Heard();
-    Click(form, "cmdOK");
-    EXPECT_EQ(Heard(), "sound: refused.wav");
+    Play(form, "Text3=15.1.2024 | cmdOK > sound: refused.wav");
     EXPECT_FALSE(form.isVisible());
   });
   EXPECT_TRUE(Rows().empty());
@@ -191,41 +154,24 @@ TEST_F(Browse, AStoreThatCannotBeReadIsTold) {
 
 TEST_F(Browse, EveryFieldSaysItselfOnFocus) {
   Add("15.1.2024 9:00", "první", "15.1.2024 10:00", "15.1.2024 8:30");
-  const struct {
-    const char* control;
-    const char* said;
-  } cases[] = {
-      {"Text3", "say: Čas: 15.1.2024 9:00"},
-      {"cmdPickDate1", "say: Vybrat datum a čas"},
-      {"Text4", "say: Ukončení: 15.1.2024 10:00"},
-      {"cmdPickDate2", "say: Vybrat datum a čas ukončení"},
-      {"cmbUserUnit", "say: Alarm: 30 minut předem"},
-      {"chkAlarm", "say: Alarm nezaškrtnuto"},
-      {"txtPos", "say: Položka: 1/1"},
-      {"Text2", "say: bez nahrávky"},
-      {"cmdRepeat", "say: Nastavit opakování"},
-      {"cmdOK", "say: Uložit"},
-      {"Text1", "say: Poznámka: první"},
-  };
   Run([&](frmSchedule& form) {
-    for (const auto& row : cases) {
-      Heard();
-      Focus(form, row.control);
-      EXPECT_EQ(Heard(), row.said);
+    for (const char* step :
+         {"@Text3 > say: Čas: 15.1.2024 9:00", "@cmdPickDate1 > say: Vybrat datum a čas",
+          "@Text4 > say: Ukončení: 15.1.2024 10:00", "@cmdPickDate2 > say: Vybrat datum a čas ukončení",
+          "@cmbUserUnit > say: Alarm: 30 minut předem", "@chkAlarm > say: Alarm nezaškrtnuto",
+          "@txtPos > say: Položka: 1/1", "@Text2 > say: bez nahrávky", "@cmdRepeat > say: Nastavit opakování",
+          "@cmdOK > say: Uložit", "@Text1 > say: Poznámka: první"}) {
+      Play(form, step);
     }
     Focus(form, "cmdPickDate2");
     Heard();
     driver.PressOnly(Qt::Key_Tab);
     driver.Release(Qt::Key_Tab);
     EXPECT_EQ(Heard(), "say: Alarm: 30 minut předem") << "the key that led there says nothing more";
-    EXPECT_EQ(Press(Qt::Key_Down), "say: 1 hodina předem");
-    EXPECT_EQ(Press(Qt::Key_3), "say: 3 hodin předem") << "a typed digit moves too";
-    EXPECT_EQ(Press(Qt::Key_F4), "say: 3 hodin předem") << "the list is open";
-    EXPECT_EQ(Press(Qt::Key_Down), "say: 1 den předem");
-    EXPECT_EQ(Press(Qt::Key_Escape), "say: 3 hodin předem") << "and away, with the old choice";
-    Press(Qt::Key_F4);
-    Press(Qt::Key_Down);
-    EXPECT_EQ(Press(Qt::Key_Return), "say: 1 den předem") << "or with the new one";
+    // A typed digit moves too. The open list goes away with the old choice or with the new one.
+    Play("Down > say: 1 hodina předem | 3 > say: 3 hodin předem");
+    Play("F4 > say: 3 hodin předem | Down > say: 1 den předem | Escape > say: 3 hodin předem");
+    Play("F4 > say: 3 hodin předem | Down > say: 1 den předem | Return > say: 1 den předem");
   });
 }
 
@@ -233,23 +179,10 @@ TEST_F(Browse, TheReadingCommandsSpeakOrTellWhatIsMissing) {
   Add("15.1.2024 9:00", "první", "15.1.2024 10:00");
   Add("16.1.2024", "");
   Run([&](frmSchedule& form) {
-    Heard();
-    for (const char* command : {"mnuText", "mnuDate", "mnuDur"}) Command(form, command);
-    EXPECT_EQ(Heard(), "say: první; say: 15.1.2024 9:00; say: 15.1.2024 10:00");
-    ExpectMessage("Záznam 1 z 2.");
-    Command(form, "mnuRecPos");
-    driver.Press(Qt::Key_PageDown);
-    SetField(form, "Text3", "");
-    Heard();
-    Command(form, "mnuDate");
-    Command(form, "mnuDur");
-    EXPECT_EQ(Heard(), "say: není záznam o čase; say: Není čas ukončení.");
-    ExpectMessage("Není textový záznam.");
-    Command(form, "mnuText");
-    SetField(form, "Text3", "16.1.2024");
-    Command(form, "mnuEditDuration");
-    EXPECT_EQ(Field(form, "Text4"), u"16.1.2024"_qs);
-    EXPECT_EQ(form.focusWidget()->objectName(), u"Text4"_qs);
+    Play(form, "mnuText > say: první | mnuDate > say: 15.1.2024 9:00 | mnuDur > say: 15.1.2024 10:00");
+    Play(form, "?Záznam 1 z 2. | mnuRecPos | PgDown | Text3= | mnuDate > say: není záznam o čase");
+    Play(form, "mnuDur > say: Není čas ukončení. | ?Není textový záznam. | mnuText");
+    Play(form, "Text3=16.1.2024 | mnuEditDuration | Text4:16.1.2024 | @:Text4");
   });
 }
 
@@ -274,9 +207,7 @@ TEST_F(Browse, TheLeadFieldsFollowTheChoiceAndTheRecord) {
     SetLead(form, LeadCustom);
     EXPECT_EQ(shown(), u"13 0 minut 1"_qs);
     Focus(form, "Text5");
-    EXPECT_EQ(Press(Qt::Key_Down), "char: 1");
-    EXPECT_EQ(Press(Qt::Key_Down, Qt::ControlModifier), "say: 11");
-    EXPECT_EQ(Press(Qt::Key_Up), "say: 10");
+    Play("Down > char: 1 | Ctrl+Down > say: 11 | Up > say: 10");
     value->setCursorPosition(0);
     for (const int key : {Qt::Key_2, Qt::Key_X, Qt::Key_5, Qt::Key_6}) driver.Press(key);
     EXPECT_EQ(value->text(), u"256"_qs);
@@ -303,10 +234,8 @@ TEST_F(Browse, TheTextTakesNoMoreThanItsFieldHolds) {
     auto* text = FormDriver::Find<NoteBox>(&form, "Text1");
     SetNote(form, QString(254, u'a'));
     text->moveCursor(QTextCursor::End);
-    Heard();
-    driver.Type(u"ěš"_qs);
-    EXPECT_EQ(Heard() + ' ' + std::to_string(text->Text().size()), "sound: refused.wav 255");
-    EXPECT_EQ(Press(Qt::Key_Return), "sound: refused.wav");
+    Play("'ěš' > sound: refused.wav | Return > sound: refused.wav");
+    EXPECT_EQ(text->Text().size(), 255);
 
     const auto paste = [&](const QString& pasted) {
       QApplication::clipboard()->setText(pasted);

@@ -3,15 +3,12 @@
 #include "dates/MonthLines.h"
 #include "editor/frmSchedule.h"
 #include "shell/Paths.h"
-#include "shell/Speech.h"
-#include "shell/VoiceDialog.h"
-#include "shell/cSetting.h"
 #include "store/Recordset.h"
 #include "store/Statements.h"
 #include "store/Store.h"
 #include "store/Template.h"
-#include "support/FakePlatform.h"
-#include "support/FormDriver.h"
+#include "support/Files.h"
+#include "support/FormWorld.h"
 
 #include <QAction>
 #include <QComboBox>
@@ -27,7 +24,7 @@
 namespace talnik::test {
 
 /// The editor over a real store in a folder of its own. It is Monday, 15.1.2024 8:30.
-class EditorWorld : public testing::Test {
+class EditorWorld : public testing::Test, protected FormWorld {
  protected:
   EditorWorld() {
     paths.Store = folder.filePath(u"talnik.MDB"_qs);
@@ -36,24 +33,30 @@ class EditorWorld : public testing::Test {
     EXPECT_TRUE(CreateStore(paths.Store));
     store.emplace(paths.Store);
     setting.AlarmOnNew = 0;
-    world.sound.Hold = false;
+    settles = true;
   }
 
   static Date At(const char* text) { return *CDate(QString::fromUtf8(text), Date()); }
   static QString Q(const char* text) { return QString::fromUtf8(text); }
 
   /// Adds a record of this text; an empty end or alarm is none.
-  ScheduleRecord Add(const char* start, const char* text, const char* end = "", const char* alarm = "") {
+  ScheduleRecord Add(const char* start, const char* text, const char* end = "", const char* alarm = "",
+                     const QString& wav = {}, int status = StatusSingle) {
     ScheduleRecord row;
     row.apptime = At(start);
     row.appointment = Q(text);
     if (*end) row.appdur = At(end);
     if (*alarm) row.alarmtime = At(alarm);
     row.alarm = *alarm != '\0';
-    row.status = StatusSingle;
+    row.wav = wav;
+    row.status = status;
     row.guid = Q("guid of ") + row.appointment;
     EXPECT_TRUE(store->Insert(row));
     return row;
+  }
+
+  ScheduleRecord AddWithNote(const char* start, const char* text, const QString& wav, int status = StatusSingle) {
+    return Add(start, text, "", "", wav, status);
   }
 
   std::vector<ScheduleRecord> Rows() {
@@ -99,15 +102,7 @@ class EditorWorld : public testing::Test {
             [this] { ++skips; }};
   }
 
-  /// The next window is a message of this text; it is answered by a key.
-  void ExpectMessage(const char* text, int key = Qt::Key_Return) {
-    driver.Expect([this, text = Q(text), key](QWidget* dialog) {
-      QStringList shown;
-      for (auto* box : dialog->findChildren<QPlainTextEdit*>()) shown << box->toPlainText();
-      EXPECT_EQ(shown.join(u'|').toStdString(), text.toStdString());
-      driver.Press(key, Qt::NoModifier, dialog);
-    });
-  }
+  void ExpectMessage(const char* text, int key = Qt::Key_Return) { driver.ExpectMessage(Q(text), key); }
 
   static QString Field(frmSchedule& form, const char* name) {
     auto* field = FormDriver::Find<QLineEdit>(&form, name);
@@ -124,6 +119,9 @@ class EditorWorld : public testing::Test {
   static void SetLead(frmSchedule& form, int index) {
     FormDriver::Find<QComboBox>(&form, "cmbUserUnit")->setCurrentIndex(index);
   }
+  static bool MayBeChosen(frmSchedule& form, const char* item) {
+    return form.findChild<QAction*>(Q(item))->isEnabled();
+  }
   static void Click(frmSchedule& form, const char* button) { FormDriver::Find<QPushButton>(&form, button)->click(); }
   static void Command(frmSchedule& form, const char* item) { form.findChild<QAction*>(Q(item))->trigger(); }
   static void Focus(frmSchedule& form, const char* control) {
@@ -131,18 +129,35 @@ class EditorWorld : public testing::Test {
     FormDriver::Settle();
   }
 
+  QString InRecords(const char* name) const { return paths.RecordFolder + u'/' + Q(name); }
+  /// Plays each key: what is heard of it, and the position of the record that is then shown.
+  struct Step {
+    const char* script;
+    const char* position;
+  };
+  void Play(frmSchedule& form, const std::vector<Step>& steps) {
+    for (const Step& step : steps) {
+      Play(form, step.script);
+      EXPECT_EQ(Field(form, "txtPos").toStdString(), step.position) << step.script;
+    }
+  }
+  void Play(frmSchedule& form, const char* script) { FormWorld::Play(script, &form); }
+  using FormWorld::Play;
+  /// The file of the store is away while `act` runs.
+  void WithoutStore(const std::function<void()>& act) {
+    store->Close();
+    const QString aside = paths.Store + u".aside"_qs;
+    ASSERT_TRUE(QFile::rename(paths.Store, aside));
+    act();
+    QFile::remove(paths.Store);
+    ASSERT_TRUE(QFile::rename(aside, paths.Store));
+  }
+
   QTemporaryDir folder;
-  FakeWorld world;
   Paths paths;
   std::optional<Store> store;
   EditorState state;
   CalendarNames names = LocaleCalendarNames();
-  CommonSettings look;
-  cSetting setting{world.profile, world.shell};
-  Speech speech{&world.voice, world.braille, world.sound, u"/sound/"_qs};
-  FormServices services{speech, dialogs, world.clock, look, setting};
-  Dialogs dialogs{services};
-  FormDriver driver;
   int alarmsRegistered = 0;
   int skips = 0;
   QStringList shownDays;

@@ -1,8 +1,6 @@
 #include "editor/EditorWorld.h"
 #include "store/Text.h"
 
-#include <QFile>
-
 namespace talnik::test {
 namespace {
 
@@ -26,8 +24,7 @@ class SaveForm : public EditorWorld {
 TEST_F(SaveForm, ANewRecordIsWrittenWithAnEndAndAnIdentity) {
   setting.AlarmOnNew = 2;
   RunNew("17.1.2024 12:00:00", [&](frmSchedule& form) {
-    driver.Type(u"Zubař"_qs);
-    Click(form, "cmdOK");
+    Play(form, "'Zubař' | cmdOK");
     EXPECT_FALSE(form.isVisible());
   });
   EXPECT_EQ(Table(), "17.1.2024 12:00/17.1.2024 12:00/17.1.2024 11:55/Zubař/0");
@@ -52,12 +49,11 @@ TEST_F(SaveForm, AChangedRecordIsWrittenInPlaceAndTheUserToldWhatIsLeftOut) {
   Add("17.1.2024 12:00", "starý", "17.1.2024 13:00", "17.1.2024 11:00");
   Run([&](frmSchedule& form) {
     SetNote(form, u"  nový;; \"'%*  "_qs);
-    SetField(form, "Text3", "15.1.2024 8:00");
     SetField(form, "Text4", " ");
     SetLead(form, LeadExact);
-    ExpectMessage("Čas alarmu nebude uložen, protože již minul.");
-    ExpectMessage("V textu události je nelze použít znak středník. Tento znak bude vymazán.");
-    Click(form, "cmdOK");
+    Play(form,
+         "Text3=15.1.2024 8:00 | ?Čas alarmu nebude uložen, protože již minul. | "
+         "?V textu události je nelze použít znak středník. Tento znak bude vymazán. | cmdOK");
     EXPECT_FALSE(form.isVisible());
   });
   EXPECT_EQ(Table(), "15.1.2024 8:00///nový \"'%*/0");
@@ -65,28 +61,18 @@ TEST_F(SaveForm, AChangedRecordIsWrittenInPlaceAndTheUserToldWhatIsLeftOut) {
 }
 
 TEST_F(SaveForm, ARefusedSaveKeepsTheFormAndWhatWasTyped) {
-  const struct {
-    const char* start;
-    const char* end;
-    const char* message;
-    const char* focus;
-  } cases[] = {
-      {"17.1.2024 12:00", "17.1.2024 11:00", "Čas ukončení je před časem počátku. Upravte tento údaj.", "Text4"},
-      {"17.1.2024 12:00", "večer", "Špatný časový údaj.", "Text4"},
-      {"zítra", "", "Špatný časový údaj.", "Text3"},
+  const char* const scripts[] = {
+      "Text4=17.1.2024 11:00 | ?Čas ukončení je před časem počátku. Upravte tento údaj. | cmdOK | "
+      "Text4:17.1.2024 11:00 | @:Text4",
+      "Text4=večer | ?Špatný časový údaj. | cmdOK | Text4:večer | @:Text4",
+      "Text3=zítra | Text4= | ?Špatný časový údaj. | cmdOK | Text4: | @:Text3",
   };
-  for (const auto& row : cases) {
+  for (const char* script : scripts) {
     RunNew("17.1.2024 12:00:00", [&](frmSchedule& form) {
-      driver.Type(u"text"_qs);
-      Command(form, "mnuEditDuration");
-      SetField(form, "Text3", row.start);
-      SetField(form, "Text4", row.end);
-      ExpectMessage(row.message);
-      Click(form, "cmdOK");
+      Play(form, "'text' | mnuEditDuration | Text3=17.1.2024 12:00");
+      Play(form, script);
       EXPECT_TRUE(form.isVisible());
-      EXPECT_EQ(Note(form), u"text"_qs);
-      EXPECT_EQ(Field(form, "Text4").toStdString(), row.end);
-      EXPECT_EQ(form.focusWidget()->objectName().toStdString(), row.focus) << row.message;
+      EXPECT_EQ(Note(form), u"text"_qs) << script;
     });
   }
   EXPECT_TRUE(Rows().empty());
@@ -96,13 +82,9 @@ TEST_F(SaveForm, AStartThatIsNoDateEndsTheEntryOfANewRecordInALongerList) {
   Add("1.2.2024", "první");
   Add("2.2.2024", "druhý");
   RunNew("17.1.2024 12:00:00", [&](frmSchedule& form) {
-    SetField(form, "Text3", "zítra");
-    ExpectMessage("Špatný časový údaj.");
-    ExpectMessage("Špatný časový údaj.");
-    Click(form, "cmdOK");
+    Play(form, "Text3=zítra | ?Špatný časový údaj. | ?Špatný časový údaj. | cmdOK");
     EXPECT_TRUE(form.isVisible());
-    SetField(form, "Text3", "3.2.2024");
-    Click(form, "cmdOK");
+    Play(form, "Text3=3.2.2024 | cmdOK");
   });
   ASSERT_EQ(Rows().size(), 2U);
   EXPECT_EQ(Rows()[1].guid, u"guid of první"_qs) << "the save changes the row that the list stands on";
@@ -113,30 +95,15 @@ TEST_F(SaveForm, PagingAsksAboutChanges) {
   Add("18.1.2024 12:00", "druhý");
   Add("19.1.2024 12:00", "třetí");
   Run([&](frmSchedule& form) {
-    driver.Press(Qt::Key_PageDown);
-    SetNote(form, u"změněný"_qs);
-    ExpectMessage("Uložit změny?");
-    driver.Press(Qt::Key_PageDown);
-    EXPECT_EQ(Note(form), u"změněný"_qs) << "after yes the list begins anew, and the move goes on from its first row";
-    EXPECT_EQ(Field(form, "txtPos"), u"2/3"_qs);
-
-    SetNote(form, u"zahozený"_qs);
-    ExpectMessage("Uložit změny?", Qt::Key_Escape);
-    driver.Press(Qt::Key_PageUp);
-    EXPECT_EQ(Note(form), u"první"_qs);
-
+    // After yes the list begins anew, and the move goes on from its first row.
+    Play(form, "PgDown | Text1=změněný | ?Uložit změny? | PgDown | Text1:změněný | txtPos:2/3");
+    Play(form, "Text1=zahozený | !Uložit změny? | PgUp | Text1:první");
     SetLead(form, 0);
-    driver.Press(Qt::Key_PageDown);
-    EXPECT_EQ(Note(form), u"změněný"_qs) << "an alarm switched off is no change";
+    Play(form, "PgDown | Text1:změněný");  // an alarm switched off is no change
     SetLead(form, 1);
-    ExpectMessage("Uložit změny?", Qt::Key_Escape);
-    driver.Press(Qt::Key_PageDown);
-
-    SetField(form, "Text3", "nesmysl");
-    ExpectMessage("Uložit změny?");
-    ExpectMessage("Špatný časový údaj.");
-    driver.Press(Qt::Key_PageUp);
-    EXPECT_EQ(Field(form, "Text3"), u"nesmysl"_qs) << "what could not be saved is not left";
+    Play(form, "!Uložit změny? | PgDown");
+    // What could not be saved is not left.
+    Play(form, "Text3=nesmysl | ?Uložit změny? | ?Špatný časový údaj. | PgUp | Text3:nesmysl");
   });
   EXPECT_EQ(Rows()[1].appointment, u"změněný"_qs);
   EXPECT_EQ(Rows()[0].alarmtime, At("17.1.2024 11:00"));
@@ -148,22 +115,15 @@ TEST_F(SaveForm, AFailingWriteIsToldEachTimeAndLosesNothing) {
   store->WriteFailed = [&](const QString&) { ++toldElsewhere; };
   RunNew("17.1.2024 12:00:00", [&](frmSchedule& form) {
     driver.Type(u"důležité"_qs);
-    store->Close();
-    const QString aside = paths.Store + u".aside"_qs;
-    ASSERT_TRUE(QFile::rename(paths.Store, aside));
-    for (int i = 0; i < 2; ++i) {
-      driver.Expect([&](QWidget* dialog) {
-        const QString text = FormDriver::Find<QPlainTextEdit>(dialog, "txtMessage")->toPlainText();
-        EXPECT_TRUE(text.startsWith(u"Chyba dat: "_qs + paths.Store)) << text.toStdString();
-        driver.Press(Qt::Key_Return, Qt::NoModifier, dialog);
-      });
-      Click(form, "cmdOK");
-      EXPECT_TRUE(form.isVisible());
-      EXPECT_EQ(Note(form), u"důležité"_qs);
-    }
-    EXPECT_EQ(alarmsRegistered, 0);
-    QFile::remove(paths.Store);
-    ASSERT_TRUE(QFile::rename(aside, paths.Store));
+    WithoutStore([&] {
+      for (int i = 0; i < 2; ++i) {
+        driver.ExpectMessage(u"Chyba dat: "_qs + paths.Store + u'…');
+        Click(form, "cmdOK");
+        EXPECT_TRUE(form.isVisible());
+        EXPECT_EQ(Note(form), u"důležité"_qs);
+      }
+      EXPECT_EQ(alarmsRegistered, 0);
+    });
     Click(form, "cmdOK");
     EXPECT_FALSE(form.isVisible());
   });
@@ -174,25 +134,21 @@ TEST_F(SaveForm, AFailingWriteIsToldEachTimeAndLosesNothing) {
 }
 
 TEST_F(SaveForm, AFreshRecordingIsAdoptedBySaveDroppedByStornoAndLeftByEscape) {
-  const QString fresh = paths.RecordFolder + u"/new.wav"_qs;
-  const auto record = [&] {
-    QFile file(fresh);
-    ASSERT_TRUE(file.open(QFile::WriteOnly));
-  };
+  const QString fresh = InRecords("new.wav");
   Add("17.1.2024 12:00", "první");
-  record();
+  WriteFile(fresh);
   Run([&](frmSchedule&) { driver.Press(Qt::Key_Escape); });
   EXPECT_TRUE(QFile::exists(fresh));
   Run([&](frmSchedule& form) { Click(form, "cmdStorno"); });
   EXPECT_FALSE(QFile::exists(fresh));
-  record();
+  WriteFile(fresh);
   Run([&](frmSchedule& form) { Click(form, "cmdOK"); });
   EXPECT_EQ(Rows()[0].wav, u"A15083.000"_qs);
   Run([&](frmSchedule& form) {
-    EXPECT_EQ(Field(form, "Text2"), paths.RecordFolder + u"/A15083.000"_qs);
+    EXPECT_EQ(Field(form, "Text2"), InRecords("A15083.000"));
     Click(form, "cmdOK");
   });
-  EXPECT_EQ(Rows()[0].wav, paths.RecordFolder + u"/A15083.000"_qs);
+  EXPECT_EQ(Rows()[0].wav, InRecords("A15083.000"));
 }
 
 class SeriesForm : public SaveForm {
@@ -249,16 +205,13 @@ TEST_F(SeriesForm, OnlyThisOneBecomesAnExceptionAndStaysOne) {
     return QString();
   };
   Run([&](frmSchedule& form) {
-    SetField(form, "Text3", "17.1.2024 14:00");
-    SetField(form, "Text4", "");
     Answer("Upravit opakovanou událost", "cmdDelSingle");
-    Click(form, "cmdOK");
+    Play(form, "Text3=17.1.2024 14:00 | Text4= | cmdOK");
   });
   EXPECT_EQ(changed(), u"17.1.2024 14:00/17.1.2024 14:00_20240117T110000Z"_qs) << "its first start, in UTC";
   Run([&](frmSchedule& form) {
     EXPECT_FALSE(FormDriver::Find<QPushButton>(&form, "cmdRepeat")->isEnabled());
-    SetField(form, "Text3", "17.1.2024 13:00");
-    Click(form, "cmdOK");
+    Play(form, "Text3=17.1.2024 13:00 | cmdOK");
   });
   EXPECT_EQ(changed(), u"17.1.2024 13:00/17.1.2024 14:00_20240117T110000Z"_qs);
 }
@@ -266,10 +219,7 @@ TEST_F(SeriesForm, OnlyThisOneBecomesAnExceptionAndStaysOne) {
 TEST_F(SeriesForm, AllOfThemMovesTheRootAndCancellingKeepsTheForm) {
   AddSeries();
   Run([&](frmSchedule& form) {
-    driver.Press(Qt::Key_PageDown);
-    SetField(form, "Text3", "18.1.2024 12:30");
-    SetField(form, "Text4", "18.1.2024 12:30");
-    SetNote(form, u"posunutá"_qs);
+    Play(form, "PgDown | Text3=18.1.2024 12:30 | Text4=18.1.2024 12:30 | Text1=posunutá");
     Answer("Upravit opakovanou událost", "cmdCancel");
     Click(form, "cmdOK");
     EXPECT_TRUE(form.isVisible() && !state.Repeat.Repeat_Rule.isEmpty());
@@ -298,15 +248,10 @@ TEST_F(SeriesForm, DeletingAsksByTheKindOfTheRow) {
   Add("18.1.2024 12:00", "druhý");
   const int before = alarmsRegistered;
   Run([&](frmSchedule& form) {
-    driver.Press(Qt::Key_PageDown);
-    ExpectMessage("Smazat záznam?");
-    Command(form, "mnuDelete");
-    EXPECT_EQ(Note(form) + Field(form, "txtPos"), u"první1/1"_qs) << "the last one is gone, the new last one shows";
+    // The last one is gone, the new last one shows.
+    Play(form, "PgDown | ?Smazat záznam? | mnuDelete | Text1:první | txtPos:1/1");
     EXPECT_EQ(alarmsRegistered, before);
-    ExpectMessage("Smazat záznam?", Qt::Key_Escape);
-    Command(form, "mnuDelete");
-    ExpectMessage("Smazat záznam?");
-    Command(form, "mnuDelete");
+    Play(form, "!Smazat záznam? | mnuDelete | txtPos:1/1 | ?Smazat záznam? | mnuDelete");
     EXPECT_FALSE(form.isVisible());
   });
   EXPECT_EQ(alarmsRegistered, before + 1);

@@ -1,7 +1,5 @@
 #include "editor/EditorWorld.h"
 
-#include <QFile>
-
 namespace talnik::test {
 namespace {
 
@@ -11,33 +9,16 @@ class SoundNote : public EditorWorld {
  protected:
   SoundNote() {
     setting.CopyFromFile = u"/sound/start.wav"_qs;
-    Fresh = paths.RecordFolder + u"/new.wav"_qs;
+    Fresh = InRecords("new.wav");
   }
 
-  QString Place(const char* name) const { return paths.RecordFolder + u'/' + Q(name); }
-  /// A record with this text in its column "wav".
-  void AddWithNote(const char* start, const char* text, const QString& wav) {
-    ScheduleRecord row = Add(start, text);
-    EXPECT_TRUE(store->Execute({u"UPDATE schedule SET wav=? WHERE guid=?"_qs, {wav, row.guid}}));
-  }
-  static void Write(const QString& path) {
-    QFile file(path);
-    EXPECT_TRUE(file.open(QFile::WriteOnly));
-  }
-  static bool MayBeChosen(frmSchedule& form, const char* item) {
-    return form.findChild<QAction*>(Q(item))->isEnabled();
-  }
   static std::string Caption(frmSchedule& form) {
     return FormDriver::Find<QPushButton>(&form, "cmdSound")->text().toStdString();
-  }
-  std::string Heard() { return world.Heard().join(u"; "_qs).toStdString(); }
-  bool Records() {
-    return FormDriver::Until([this] { return world.recorder.IsRecording(); });
   }
   /// Starts a recording and lets it run.
   void Record(frmSchedule& form) {
     Command(form, "mnuRec");
-    ASSERT_TRUE(Records());
+    ASSERT_TRUE(FormDriver::Until([this] { return world.recorder.IsRecording(); }));
     Heard();
   }
 
@@ -104,7 +85,7 @@ TEST_F(SoundNote, AnyKeyEndsTheRecordingAndDoesNothingElse) {
 
 TEST_F(SoundNote, WithoutAMicrophoneTheRefusalSoundsAndAllIsAsBefore) {
   const auto fail = [&](bool fresh) {
-    if (fresh) Write(Fresh);
+    if (fresh) WriteFile(Fresh);
     RunNew("17.1.2024 12:00:00", [&](frmSchedule& form) {
       Heard();
       Command(form, "mnuRec");
@@ -136,19 +117,16 @@ TEST_F(SoundNote, AKeyBeforeTheCueTakesTheRecordingBack) {
 }
 
 TEST_F(SoundNote, ARecordingThatEndsByItselfIsToldAndKept) {
-  const struct {
-    Ending ending;
-    const char* message;
-  } cases[] = {
+  const std::pair<Ending, const char*> cases[] = {
       {Ending::Broken, "Nahrávání skončilo, mikrofon přestal odpovídat. Nahraná část je zachována."},
       {Ending::NoRoom, "Nahrávání skončilo, na disk už nelze zapisovat. Nahraná část je zachována."},
       {Ending::TooLong, "Nahrávání skončilo, nahrávka je příliš dlouhá. Nahraná část je zachována."},
   };
-  for (const auto& row : cases) {
-    RunNew("17.1.2024 12:00:00", [&](frmSchedule& form) {
+  for (const auto& [ending, message] : cases) {
+    RunNew("17.1.2024 12:00:00", [&, ending = ending, message = message](frmSchedule& form) {
       Record(form);
-      ExpectMessage(row.message);
-      world.recorder.End(row.ending);
+      ExpectMessage(message);
+      world.recorder.End(ending);
       EXPECT_EQ(Caption(form), "Nahrávka");
       EXPECT_TRUE(MayBeChosen(form, "mnuPlay"));
     });
@@ -157,18 +135,13 @@ TEST_F(SoundNote, ARecordingThatEndsByItselfIsToldAndKept) {
 
 TEST_F(SoundNote, ARecordWithANoteAsksBeforeItIsRecordedOver) {
   AddWithNote("17.1.2024 12:00", "první", u"K15083.241"_qs);
-  Write(Place("A15083.000"));
+  WriteFile(InRecords("A15083.000"));
   Run([&](frmSchedule& form) {
     EXPECT_TRUE(MayBeChosen(form, "mnuPlay"));
-    ExpectMessage("Přemazat nahrávku?", Qt::Key_Escape);
-    Command(form, "mnuRec");
+    Play(form, "!Přemazat nahrávku? | mnuRec");
     EXPECT_EQ(Caption(form), "Nahrávání");
-    SetField(form, "Text3", "");
-    ExpectMessage("Přemazat nahrávku?");
-    ExpectMessage("Nejprve vytvořte datum.");
-    Command(form, "mnuRec");
-    SetField(form, "Text3", "17.1.2024 12:00");
-    ExpectMessage("Přemazat nahrávku?");
+    Play(form, "Text3= | ?Přemazat nahrávku? | ?Nejprve vytvořte datum. | mnuRec");
+    Play(form, "Text3=17.1.2024 12:00 | ?Přemazat nahrávku?");
     Record(form);
     Click(form, "cmdOK");
     EXPECT_FALSE(world.recorder.IsRecording());
@@ -178,32 +151,24 @@ TEST_F(SoundNote, ARecordWithANoteAsksBeforeItIsRecordedOver) {
 }
 
 TEST_F(SoundNote, PlaysTheFreshRecordingBeforeTheSavedNote) {
-  Write(Place("K15083.241"));
+  WriteFile(InRecords("K15083.241"));
   AddWithNote("17.1.2024 12:00", "první", u"C:\\Data\\Record\\K15083.241"_qs);
   Run([&](frmSchedule& form) {
-    const auto play = [&](const char* heard) {
-      Heard();
-      Command(form, "mnuPlay");
-      FormDriver::Settle();
-      EXPECT_EQ(Heard(), heard);
-    };
-    play("stop; sound: K15083.241");
+    Play(form, "mnuPlay > stop; sound: K15083.241");
     world.sound.Hold = true;
-    play("stop; sound: K15083.241");
+    Play(form, "mnuPlay > stop; sound: K15083.241");
     EXPECT_TRUE(world.sound.IsPlaying());
     world.sound.Hold = false;
-    play("stop; sound: K15083.241");
-    Write(Fresh);
-    play("stop; sound: new.wav");
+    Play(form, "mnuPlay > stop; sound: K15083.241");
+    WriteFile(Fresh);
+    Play(form, "mnuPlay > stop; sound: new.wav");
     world.sound.Fails = [](const QString& path) { return path.endsWith(u"new.wav"_qs); };
     ExpectMessage("chyba při práci se zvukem");
     Command(form, "mnuPlay");
     EXPECT_TRUE(FormDriver::Until([&] { return driver.AllCame(); }));
     FormDriver::Settle();
     QFile::remove(Fresh);
-    SetField(form, "Text2", "");
-    ExpectMessage("Není zvukový záznam.");
-    Command(form, "mnuPlay");
+    Play(form, "Text2= | ?Není zvukový záznam. | mnuPlay");
   });
 }
 
@@ -216,51 +181,38 @@ TEST_F(SoundNote, DeletingTakesTheNoteFromTheRecordAndTheFileUnlessAnotherNamesI
     store->Execute(statements::DeleteAll());
     AddWithNote("17.1.2024 12:00", "první", u"K15083.241"_qs);
     AddWithNote("18.1.2024 12:00", "druhý", Q(row.other));
-    ScheduleRecord gone = Add("16.1.2024 12:00", "náhrobek");
-    store->Execute({u"UPDATE schedule SET status=8 WHERE guid=?"_qs, {gone.guid}});
-    Write(Place("K15083.241"));
-    Write(Fresh);
+    AddWithNote("16.1.2024 12:00", "náhrobek", {}, StatusDeleted);
+    WriteFile(InRecords("K15083.241"));
+    WriteFile(Fresh);
     Run([&](frmSchedule& form) {
-      EXPECT_EQ(Field(form, "txtPos"), u"1/2"_qs);
-      SetNote(form, u"rozepsaný"_qs);
-      ExpectMessage("Smazat nahrávku?", Qt::Key_Escape);
-      Command(form, "mnuSndDel");
+      Play(form, "txtPos:1/2 | Text1=rozepsaný | !Smazat nahrávku? | mnuSndDel");
       EXPECT_EQ(Rows()[1].wav, u"K15083.241"_qs);
-      ExpectMessage("Smazat nahrávku?");
-      Command(form, "mnuSndDel");
-      EXPECT_EQ(Field(form, "Text2"), QString());
+      // The whole table from now on, tombstones included.
+      Play(form, "?Smazat nahrávku? | mnuSndDel | Text2: | txtPos:1/3 | Text1:rozepsaný");
       EXPECT_FALSE(MayBeChosen(form, "mnuPlay") || MayBeChosen(form, "mnuSndDel"));
-      EXPECT_EQ(Field(form, "txtPos"), u"1/3"_qs) << "the whole table from now on, tombstones included";
-      EXPECT_EQ(Note(form), u"rozepsaný"_qs);
       Click(form, "cmdOK");
     });
     EXPECT_EQ(Rows()[1].appointment, u"rozepsaný"_qs) << "the save meets the record on screen";
     EXPECT_EQ(Rows()[1].wav, QString());
     EXPECT_EQ(Rows()[2].wav, Q(row.other));
-    EXPECT_EQ(QFile::exists(Place("K15083.241")), row.stays) << row.other;
+    EXPECT_EQ(QFile::exists(InRecords("K15083.241")), row.stays) << row.other;
     EXPECT_FALSE(QFile::exists(Fresh));
   }
 }
 
 TEST_F(SoundNote, ANoteThatTheRecordCannotLoseStays) {
   AddWithNote("17.1.2024 12:00", "první", u"K15083.241"_qs);
-  Write(Place("K15083.241"));
+  WriteFile(InRecords("K15083.241"));
   Run([&](frmSchedule& form) {
-    store->Close();
-    const QString aside = paths.Store + u".aside"_qs;
-    ASSERT_TRUE(QFile::rename(paths.Store, aside));
-    ExpectMessage("Smazat nahrávku?");
-    driver.Expect([&](QWidget* dialog) {
-      EXPECT_TRUE(FormDriver::Find<QPlainTextEdit>(dialog, "txtMessage")->toPlainText().startsWith(u"Chyba dat: "_qs));
-      driver.Press(Qt::Key_Return, Qt::NoModifier, dialog);
+    WithoutStore([&] {
+      ExpectMessage("Smazat nahrávku?");
+      ExpectMessage("Chyba dat: …");
+      Command(form, "mnuSndDel");
     });
-    Command(form, "mnuSndDel");
-    EXPECT_EQ(Field(form, "Text2"), Place("K15083.241"));
+    EXPECT_EQ(Field(form, "Text2"), InRecords("K15083.241"));
     EXPECT_TRUE(MayBeChosen(form, "mnuSndDel"));
-    QFile::remove(paths.Store);
-    ASSERT_TRUE(QFile::rename(aside, paths.Store));
   });
-  EXPECT_TRUE(QFile::exists(Place("K15083.241")));
+  EXPECT_TRUE(QFile::exists(InRecords("K15083.241")));
 }
 
 TEST_F(SoundNote, TheNoteOfANewRecordIsDeletedWithoutTouchingOthers) {

@@ -2,29 +2,23 @@
 #include "menus/FolderView.h"
 #include "menus/fFileOpen.h"
 #include "shell/TextControls.h"
-#include "shell/cSetting.h"
-#include "support/FakePlatform.h"
-#include "support/FormDriver.h"
+#include "support/FormWorld.h"
 
 #include <QAccessible>
 #include <QApplication>
 #include <QComboBox>
-#include <QKeySequence>
-#include <QLabel>
 #include <QLineEdit>
-#include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTimer>
 #include <QTimerEvent>
-
-#include <gtest/gtest.h>
 
 namespace talnik::test {
 namespace {
 
 /// The file dialogs over folders in memory, and a user at the keyboard.
-struct PickerWorld {
+struct PickerWorld : FormWorld {
   PickerWorld() {
+    settles = true;
     for (const char* path :
          {"/home/eva/Dokumenty/dopis.txt", "/home/eva/Dokumenty/dům.csv", "/home/eva/Dokumenty/Pošta/data.csv",
           "/home/eva/Dokumenty/Pošta/Došlá/dům.txt", "/home/eva/Prázdná/", "/home/eva/zvon.wav", "/home/eva/čas.wav",
@@ -52,23 +46,9 @@ struct PickerWorld {
     return std::to_string(result) + ' ' + TakeSelectedFile(world.registry).toStdString();
   }
 
-  std::string Heard() { return world.Heard().join(u"; "_qs).toStdString(); }
-
-  /// Presses one key after the other and expects what each is answered with: "Down > say: a soubor | Tab > say:
-  /// Storno". A key in quotes is typed.
-  void Play(const char* script) {
-    for (const QString& step : QString::fromUtf8(script).split(u" | "_qs)) {
-      const QString key = step.section(u" >"_qs, 0, 0);
-      Heard();
-      if (key.startsWith(u'\'')) {
-        driver.Type(key.mid(1, key.size() - 2));
-      } else {
-        const QKeyCombination combination = QKeySequence::fromString(key)[0];
-        driver.Press(combination.key(), combination.keyboardModifiers());
-      }
-      FormDriver::Settle();
-      EXPECT_EQ(Heard(), step.mid(key.size() + 3).toStdString()) << key.toStdString();
-    }
+  /// The same for a user who only presses keys.
+  std::string Open(int kind, const char* text, const char* script) {
+    return Open(kind, text, [this, script](fFileOpen&) { Play(script); });
   }
 
   /// Lets a timer of the window run out.
@@ -79,67 +59,37 @@ struct PickerWorld {
     QApplication::sendEvent(timer, &tick);
   }
 
-  /// Expects the next message and answers it with a button, or with Enter.
-  void Answer(const char* message, const char* button) {
-    driver.Expect([this, message, button](QWidget* window) {
-      EXPECT_EQ(FormDriver::Find<QPlainTextEdit>(window, "txtMessage")->toPlainText().toStdString(), message);
-      if (button) return FormDriver::Find<QPushButton>(window, button)->click();
-      driver.Press(Qt::Key_Return, Qt::NoModifier, window);
-    });
+  /// Answers the message that Enter brings about, and waits until the window is back.
+  void Answer(const fFileOpen& form, const char* message, const char* button) {
+    driver.ExpectMessage(QString::fromUtf8(message), button);
+    driver.Press(Qt::Key_Return);
+    ComesBack(form);
   }
-  /// Answers the message that an act brings about, and waits until the window is back.
-  void Answer(const fFileOpen& form, const char* message, const char* button, const std::function<void()>& act) {
-    Answer(message, button);
-    act();
+  void ComesBack(const fFileOpen& form) {
     EXPECT_TRUE(FormDriver::Until([&] { return driver.AllCame() && (!form.isVisible() || form.isActiveWindow()); }));
     FormDriver::Settle();
   }
 
-  FakeWorld world;
   FakeFolders& folders = world.folders;
-  Speech speech{&world.voice, world.braille, world.sound, u"/s/"_qs};
-  CommonSettings look;
-  cSetting setting{world.profile, world.shell};
-  FormServices services{speech, dialogs, world.clock, look, setting};
-  Dialogs dialogs{services};
-  FormDriver driver;
 };
 
 TEST(FilePicker, WalksThroughFoldersAndChoosesAFile) {
   PickerWorld w;
-  EXPECT_EQ(
-      w.Open(8, "*.csv|/home/eva|Import dat talníku",
-             [&](fFileOpen& form) {
-               EXPECT_EQ(w.Heard(), "stop; say: Import dat talníku; and: eva Dokumenty složka");
-               EXPECT_EQ(form.Tag(), 1701);
-               EXPECT_EQ(form.Command1->text().toStdString(), "Otevřít");
-               w.Play(
-                   "Up > sound: end.wav | End > say: Tajné složka | Down > sound: end.wav | "
-                   "Return > sound: refused.wav | Up > say: Prázdná složka | Return > say: Prázdná prázdná složka | "
-                   "Down > sound: end.wav | Return > sound: refused.wav | Backspace > say: eva Prázdná složka | "
-                   "Home > say: Dokumenty složka | Return > say: Dokumenty Pošta složka | "
-                   "Down > say: dům.csv soubor | "
-                   "Space > say: dům.csv soubor, 2 z 2, 1 složka, 1 soubor, /home/eva/Dokumenty/dům.csv");
-               EXPECT_EQ(form.Text1->text().toStdString(), "dům.csv");
-               w.Play("Up > say: Pošta složka | Down > say: dům.csv soubor | Return > ");
-             }),
-      "1 /home/eva/Dokumenty/dům.csv");
-  EXPECT_EQ(w.Open(8, "*.csv||",
-                   [&](fFileOpen&) {
-                     w.Play(
-                         "Space > say: Pošta složka, 1 z 2, 1 složka, 1 soubor, "
-                         "/home/eva/Dokumenty/Pošta | Esc > ");
-                   }),
-            "0 ")
-      << "without a folder it begins where the last file was";
-}
-
-TEST(FilePicker, BackspaceEndsAtTheRoot) {
-  PickerWorld w;
-  w.Open(8, "*.*|/home/eva|", [&](fFileOpen& form) {
-    w.Play("Backspace > say: home eva složka | Backspace > say: Kořen home složka | Backspace > sound: end.wav");
-    EXPECT_EQ(form.Folder(), u"/"_qs);
-  });
+  const auto user = [&](fFileOpen&) {
+    EXPECT_EQ(w.Heard(), "stop; say: Import dat talníku; and: eva Dokumenty složka");
+    w.Play("Up > sound: end.wav | End > say: Tajné složka | Down > sound: end.wav | Return > sound: refused.wav");
+    w.Play("Up > say: Prázdná složka | Return > say: Prázdná prázdná složka | Down > sound: end.wav");
+    w.Play("Return > sound: refused.wav | Backspace > say: eva Prázdná složka | Home > say: Dokumenty složka");
+    w.Play("Return > say: Dokumenty Pošta složka | Down > say: dům.csv soubor");
+    w.Play("Space > say: dům.csv soubor, 2 z 2, 1 složka, 1 soubor, /home/eva/Dokumenty/dům.csv");
+    w.Play("Text1:dům.csv | Up > say: Pošta složka | Down > say: dům.csv soubor | Return > ");
+  };
+  EXPECT_EQ(w.Open(8, "*.csv|/home/eva|Import dat talníku", user), "1 /home/eva/Dokumenty/dům.csv");
+  // Without a folder it begins where the last file was.
+  const char* last = "Space > say: Pošta složka, 1 z 2, 1 složka, 1 soubor, /home/eva/Dokumenty/Pošta | Esc > ";
+  EXPECT_EQ(w.Open(8, "*.csv||", last), "0 ");
+  w.Open(8, "*.*|/home/eva|",
+         "Backspace > say: home eva složka | Backspace > say: Kořen home složka | Backspace > sound: end.wav");
 }
 
 TEST(FilePicker, EveryControlIsReachedByTabAndSaysItself) {
@@ -163,10 +113,7 @@ TEST(FilePicker, EveryControlIsReachedByTabAndSaysItself) {
     EXPECT_EQ(QAccessible::queryAccessibleInterface(form.dirList)->child(0)->text(QAccessible::Name).toStdString(),
               "home složka");
   });
-  w.Open(12, "*.csv|/home/eva|X", [&](fFileOpen& form) {
-    EXPECT_EQ(form.Command1->text().remove(u'&').toStdString(), "OK");
-    w.Play("Tab > say: Jméno souboru:");
-  });
+  w.Open(12, "*.csv|/home/eva|X", "Tab > say: Jméno souboru:");
 }
 
 TEST(FilePicker, LettersGoToNames) {
@@ -208,19 +155,11 @@ TEST(FilePicker, ANameIsTypedToOpen) {
         {"a\uFFFD.csv", "Jméno obsahuje znaky, které nelze přečíst: /home/eva/Dokumenty/a\uFFFD.csv"}};
     for (const auto& [name, message] : refused) {
       form.Text1->setText(QString::fromUtf8(name));
-      w.Answer(form, message, nullptr, [&] { w.driver.Press(Qt::Key_Return); });
+      w.Answer(form, message, "cmdYES");
     }
-    form.Text1->clear();
-    w.Play("Return > sound: empty.wav");
-    form.Text1->setText(u" ../Prázdná "_qs);
-    w.Play("Return > say: Prázdná prázdná složka");
+    w.Play("Text1= | Return > sound: empty.wav | Text1= ../Prázdná  | Return > say: Prázdná prázdná složka");
   });
-  EXPECT_EQ(w.Open(8, "*.csv|/home/eva/Dokumenty|X",
-                   [&](fFileOpen& form) {
-                     form.Text1->setText(u"~/Dokumenty/Pošta/data"_qs);
-                     form.Command1->click();
-                     FormDriver::Settle();
-                   }),
+  EXPECT_EQ(w.Open(8, "*.csv|/home/eva/Dokumenty|X", "Text1=~/Dokumenty/Pošta/data | Command1"),
             "1 /home/eva/Dokumenty/Pošta/data.csv");
 }
 
@@ -229,35 +168,23 @@ TEST(FilePicker, OverwritingIsAskedFor) {
   const char* question = "Soubor dům.csv již existuje. Přepsat?";
   const auto user = [&](fFileOpen& form) {
     EXPECT_EQ(w.Heard(), "stop; say: Export dat talníku; and: Jméno souboru: dům");
-    w.Answer(form, question, nullptr, [&] { w.driver.Press(Qt::Key_Return); });
+    w.driver.ExpectMessage(QString::fromUtf8(question));
+    w.driver.Press(Qt::Key_Return);
+    w.ComesBack(form);
     EXPECT_TRUE(form.isVisible()) << "Enter says no";
     w.Play("Shift+Tab > say: Filtr: *.csv | Shift+Tab > say: Dokumenty Pošta složka | Down > say: dům.csv soubor");
     EXPECT_EQ(form.Text1->text().toStdString(), "dům") << "what was typed stays";
-    w.Answer(form, question, "cmdYES", [&] { w.driver.Press(Qt::Key_Return); });
+    w.Answer(form, question, "cmdYES");
   };
   EXPECT_EQ(w.Open(10, "*.csv|dům|/home/eva/Dokumenty|Export dat talníku", user), "1 /home/eva/Dokumenty/dům.csv");
-  EXPECT_EQ(w.Open(10, "*.*||/home/eva|X",
-                   [&](fFileOpen& form) {
-                     w.Heard();
-                     form.Command1->click();
-                     EXPECT_EQ(w.Heard(), "sound: empty.wav");
-                     form.Text1->setText(u"nový"_qs);
-                     form.Command1->click();
-                     FormDriver::Settle();
-                   }),
-            "1 /home/eva/nový");
+  EXPECT_EQ(w.Open(10, "*.*||/home/eva|X", "Command1 > sound: empty.wav | Text1=nový | Command1"), "1 /home/eva/nový");
 }
 
 TEST(FilePicker, APathThatCannotBeHandedOverIsTold) {
   PickerWorld w;
   w.world.registry.Refuse = true;
-  const auto choose = [&](fFileOpen&) {
-    w.driver.Press(Qt::Key_End);
-    w.Answer("Cestu k souboru nelze předat: /home/eva/zvon.wav", nullptr);
-    w.driver.Press(Qt::Key_Return);
-    FormDriver::Settle();
-  };
-  EXPECT_EQ(w.Open(8, "*.wav|/home/eva|X", choose), "0 ");
+  const char* script = "End | ?Cestu k souboru nelze předat: /home/eva/zvon.wav | Return";
+  EXPECT_EQ(w.Open(8, "*.wav|/home/eva|X", script), "0 ");
 }
 
 TEST(FilePicker, WhatDoesNotAnswerHoldsNobody) {
@@ -271,8 +198,7 @@ TEST(FilePicker, WhatDoesNotAnswerHoldsNobody) {
     w.folders.Reply(Folders::Outcome::NoAnswer);
     EXPECT_EQ(w.Heard(), "sound: refused.wav; say: Složka neodpovídá.");
     EXPECT_EQ(form.Folder(), u"/home/eva"_qs);
-    w.Play("Return > ");
-    w.Play("Esc > ");
+    w.Play("Return >  | Esc > ");
     EXPECT_FALSE(form.isVisible());
     w.folders.Reply(Folders::Outcome::Folder);
     EXPECT_EQ(w.Heard(), "") << "an answer that comes too late";
@@ -292,10 +218,7 @@ TEST(FilePicker, SearchesBelowAndShowsWhatItFound) {
   PickerWorld w;
   w.folders.AddLink(u"/home/eva/Dokumenty/zpět"_qs);
   w.Open(8, "*.*|/home/eva|X", [&](fFileOpen& form) {
-    form.txtFind->setFocus();
-    FormDriver::Settle();
-    w.Play("Return > sound: empty.wav");
-    form.txtFind->setText(u"DUM"_qs);
+    w.Play("@txtFind | Return > sound: empty.wav | txtFind=DUM");
     w.folders.Hold = true;
     w.Play("Return > say: Hledám");
     w.world.voice.Speaking = true;
@@ -310,9 +233,7 @@ TEST(FilePicker, SearchesBelowAndShowsWhatItFound) {
     EXPECT_EQ(w.Heard(), "say: Nalezeno 2, nepřístupných složek: 1 dům.csv soubor ve složce Dokumenty");
     EXPECT_FALSE(w.folders.WasRead.contains(u"/home/eva/Dokumenty/zpět"_qs)) << "a link may lead round for ever";
     w.Play("Down > say: dům.txt soubor ve složce Dokumenty/Pošta/Došlá | Backspace > say: eva Dokumenty složka");
-    form.txtFind->setText(u"*.nic"_qs);
-    form.cmdFind->setFocus();
-    FormDriver::Settle();
+    w.Play("txtFind=*.nic | @cmdFind");
     w.Heard();
     w.driver.Press(Qt::Key_Return);
     EXPECT_TRUE(FormDriver::Until([&] { return !FormDriver::Find<QTimer>(&form, "ProgressTimer")->isActive(); }));
@@ -324,8 +245,7 @@ TEST(FilePicker, SearchesBelowAndShowsWhatItFound) {
 TEST(FilePicker, EscapeStopsASearchFirst) {
   PickerWorld w;
   w.Open(8, "*.*|/|X", [&](fFileOpen& form) {
-    form.txtFind->setText(u"?"_qs);
-    form.txtFind->setFocus();
+    w.Play("txtFind=? | @txtFind");
     w.folders.Hold = true;
     w.driver.Press(Qt::Key_Return);
     EXPECT_EQ(form.cmdFind->text().toStdString(), "Zastavit");

@@ -35,7 +35,7 @@ TEST(FolderList, FoldersComeFirstAndAllIsInCzechOrder) {
       {"b10,b 2,b_2,b-2,B2,b2", "b 2,b_2,b-2,b10,b2,B2"},
       {"žába,zebra,zá,za,ža", "za,zá,zebra,ža,žába"},
   };
-  for (const auto& [given, sorted] : lists) EXPECT_EQ(Names(FolderList(Entries(given), NameFilter())), sorted);
+  for (const auto& [given, sorted] : lists) EXPECT_EQ(Names(FolderList(Entries(given), NameFilter())), sorted) << given;
 }
 
 TEST(FolderList, TheQuickOrderIsThatOfTheCollator) {
@@ -60,22 +60,16 @@ TEST(FolderList, TheQuickOrderIsThatOfTheCollator) {
 }
 
 TEST(FolderList, AFilterShowsFilesByTheirMasks) {
-  const std::pair<const char*, const char*> filters[] = {{"*.wav", "x/,B.WAV,a.wav"},
-                                                         {"*.wav; *.mp3", "x/,B.WAV,a.wav,c.mp3"},
-                                                         {"*.*", "x/,B.WAV,README,a.wav,c.mp3,w.wave"},
-                                                         {"", "x/,B.WAV,README,a.wav,c.mp3,w.wave"},
-                                                         {"?.wav*", "x/,B.WAV,a.wav,w.wave"},
+  const std::pair<const char*, const char*> filters[] = {{"*.wav", "x/,a.wav,B.WAV"},
+                                                         {"*.wav; *.mp3", "x/,a.wav,B.WAV,c.mp3"},
+                                                         {"*.*", "x/,a.wav,B.WAV,c.mp3,README,w.wave"},
+                                                         {"", "x/,a.wav,B.WAV,c.mp3,README,w.wave"},
+                                                         {"?.wav*", "x/,a.wav,B.WAV,w.wave"},
                                                          {"*.ogg", "x/"},
                                                          {"[", "x/"}};
   for (const auto& [masks, shown] : filters) {
-    QStringList names;
-    for (const auto& line :
-         FolderList(Entries("a.wav,c.mp3,README,x/,B.WAV,w.wave"), NameFilter(QString::fromUtf8(masks))))
-      names << line.name + (line.isFolder ? u"/"_qs : u""_qs);
-    names.sort();
-    QStringList expected = QString::fromUtf8(shown).split(u',');
-    expected.sort();
-    EXPECT_EQ(names.join(u',').toStdString(), expected.join(u',').toStdString()) << masks;
+    const NameFilter filter(QString::fromUtf8(masks));
+    EXPECT_EQ(Names(FolderList(Entries("a.wav,c.mp3,README,x/,B.WAV,w.wave"), filter)), shown) << masks;
   }
 }
 
@@ -93,25 +87,17 @@ TEST(FolderList, LettersFindTheNextName) {
   EXPECT_EQ(FindByLetters(Entries("e\u0301ter"), u"éter"_qs, 0), 0) << "the accent as a character of its own";
 }
 
-TEST(FolderList, IsSpokenWithItsKindAndCount) {
-  const QList<Folders::Entry> one = Entries("Pošta/Došlá/x.txt,Pošta/");
-  EXPECT_EQ(SpokenEntry(one[0]).toStdString(), "x.txt soubor ve složce Pošta/Došlá");
-  EXPECT_EQ(SpokenEntry(one[1]).toStdString(), "Pošta složka");
+TEST(FolderList, IsSpokenWithItsCount) {
   const std::pair<const char*, const char*> counts[] = {{"a/", "1 složka"},
                                                         {"a/,b/,c", "2 složky, 1 soubor"},
                                                         {"a,b,c,d", "4 soubory"},
                                                         {"a/,b/,c/,d/,e/,f,g,h,i,j", "5 složek, 5 souborů"}};
-  for (const auto& [entries, spoken] : counts) EXPECT_EQ(SpokenCount(Entries(entries)).toStdString(), spoken);
-  EXPECT_EQ(SpokenCount({}).toStdString(), "prázdná složka");
+  for (const auto& [entries, spoken] : counts)
+    EXPECT_EQ(SpokenCount(Entries(entries)).toStdString(), spoken) << entries;
 }
 
 TEST(FolderList, PathsAreTakenApartAndPutTogether) {
   const std::pair<QString, const char*> texts[] = {
-      {FolderName(u"/"_qs), "Kořen"},
-      {FolderName(u"/home/eva"_qs), "eva"},
-      {FolderAbove(u"/home/eva"_qs), "/home"},
-      {FolderAbove(u"/home"_qs), "/"},
-      {FolderAbove(u"/"_qs), ""},
       {PathIn(u"/"_qs, u"a"_qs), "/a"},
       {TypedPath(u"a.txt"_qs, u"/home/eva"_qs, u"/home/eva"_qs), "/home/eva/a.txt"},
       {TypedPath(u"../jan/./b"_qs, u"/home/eva"_qs, u""_qs), "/home/jan/b"},

@@ -1,10 +1,16 @@
 #include "support/FormDriver.h"
 
+#include <QAbstractButton>
+#include <QAction>
 #include <QApplication>
 #include <QDeadlineTimer>
 #include <QKeyEvent>
+#include <QKeySequence>
 #include <QLabel>
+#include <QMetaProperty>
 #include <QPlainTextEdit>
+#include <QPushButton>
+#include <QRegularExpression>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -44,6 +50,54 @@ void FormDriver::Press(int key, Qt::KeyboardModifiers modifiers, QWidget* window
   if (alive) QTest::sendKeyEvent(QTest::Release, target, static_cast<Qt::Key>(key), QString(), modifiers);
 }
 
+void FormDriver::Act(const QString& act, QWidget* window) {
+  if (act.startsWith(u'\'')) return Type(act.mid(1, act.size() - 2));
+  if (act.startsWith(u'?')) return ExpectMessage(act.mid(1), Qt::Key_Return);
+  if (act.startsWith(u'!')) return ExpectMessage(act.mid(1), Qt::Key_Escape);
+  if (ActOnControl(act, window ? window : QApplication::activeWindow())) return;
+  const QKeyCombination combination = QKeySequence::fromString(act)[0];
+  Press(combination.key(), combination.keyboardModifiers(), window);
+}
+
+bool FormDriver::ActOnControl(const QString& act, QWidget* window) {
+  static const QRegularExpression parts(u"^(?:(@:?)|)([\\w()]+)(?:([=:])(.*))?$"_qs,
+                                        QRegularExpression::DotMatchesEverythingOption);
+  const QRegularExpressionMatch match = parts.match(act);
+  const QByteArray name = match.captured(2).toLatin1();
+  const QString way = match.captured(1) + match.captured(3);
+  const QString value = match.captured(4);
+  if (name.startsWith("mnu") && way.isEmpty()) {
+    if (auto* command = Find<QAction>(window, name)) command->trigger();
+  } else if ((name.startsWith("cmd") || name.startsWith("Command") || name.startsWith("opt")) && way.isEmpty()) {
+    if (auto* button = Find<QAbstractButton>(window, name)) button->click();
+  } else if (way.isEmpty()) {
+    return false;
+  } else if (auto* control = Find<QWidget>(window, name)) {
+    const char* content = control->metaObject()->userProperty().name();
+    if (way == u'=') control->setProperty(content, value);
+    if (way == u'@') control->setFocus();
+    if (way == u':') {
+      EXPECT_EQ(control->property(content).toString().toStdString(), value.toStdString());
+    }
+    if (way == u"@:") {
+      EXPECT_TRUE(control->hasFocus());
+    }
+  }
+  return true;
+}
+
+void FormDriver::Play(const QString& script, const std::function<std::string()>& heard, bool settles, QWidget* window) {
+  for (const QString& step : script.split(u" | "_qs)) {
+    const QString act = step.section(u" >"_qs, 0, 0);
+    SCOPED_TRACE(act.toStdString() + " in " + script.toStdString());
+    heard();
+    Act(act, window);
+    if (settles) Settle();
+    if (act == step) continue;
+    EXPECT_EQ(heard(), step.mid(act.size() + 3).toStdString());
+  }
+}
+
 void FormDriver::PressOnly(int key, Qt::KeyboardModifiers modifiers, bool repeat) {
   QKeyEvent event(QEvent::KeyPress, key, modifiers, QString(), repeat);
   if (QWidget* target = Target(nullptr)) QApplication::sendEvent(target, &event);
@@ -71,6 +125,29 @@ void FormDriver::ExpectAndPress(const QString& objectName, int key) {
     EXPECT_EQ(dialog->objectName().toStdString(), objectName.toStdString());
     Press(key, Qt::NoModifier, dialog);
   });
+}
+
+void FormDriver::ExpectMessage(const QString& text, int key) {
+  Expect([this, text, key](QWidget* dialog) {
+    CheckMessage(dialog, text);
+    Press(key, Qt::NoModifier, dialog);
+  });
+}
+
+void FormDriver::ExpectMessage(const QString& text, const char* button) {
+  Expect([text, button](QWidget* dialog) {
+    CheckMessage(dialog, text);
+    Find<QPushButton>(dialog, button)->click();
+  });
+}
+
+void FormDriver::CheckMessage(QWidget* dialog, QString text) {
+  QString shown = Find<QPlainTextEdit>(dialog, "txtMessage")->toPlainText();
+  if (text.endsWith(u'…')) {
+    text.chop(1);
+    shown.truncate(text.size());
+  }
+  EXPECT_EQ(shown.toStdString(), text.toStdString());
 }
 
 void FormDriver::LookForDialog() {

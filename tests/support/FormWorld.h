@@ -5,8 +5,6 @@
 #include "support/FakePlatform.h"
 #include "support/FormDriver.h"
 
-#include <QKeySequence>
-
 #include <gtest/gtest.h>
 
 #include <string>
@@ -26,21 +24,11 @@ struct FormWorld {
   /// What was heard since the last call: "say: a; sound: end.wav".
   std::string Heard() { return world.Heard().join(u"; "_qs).toStdString(); }
 
-  /// A key by its name: "Ctrl+Right", "Num++".
-  void Press(const char* key) {
-    const QKeyCombination combination = QKeySequence::fromString(QString::fromLatin1(key))[0];
-    driver.Press(combination.key(), combination.keyboardModifiers());
-  }
-
-  /// Presses one key after the other and expects what each is answered with: "Down > say: 01 | Tab > say: Storno".
-  void Play(const char* script) {
-    for (const QString& step : QString::fromUtf8(script).split(u" | "_qs)) {
-      const QString key = step.section(u" >"_qs, 0, 0);
-      Heard();
-      Press(key.toLatin1());
-      if (settles) FormDriver::Settle();
-      EXPECT_EQ(Heard(), step.mid(key.size() + 3).toStdString()) << key.toStdString() << " in " << script;
-    }
+  void Press(const char* key) { driver.Act(QString::fromLatin1(key)); }
+  /// See FormDriver::Play.
+  void Play(const char* script, QWidget* window = nullptr) {
+    driver.Play(
+        QString::fromUtf8(script), [this] { return Heard(); }, settles, window);
   }
   bool settles = false;  ///< what a key sets off may be queued
 };
