@@ -1,17 +1,13 @@
 // From the choice of a command to the first words of its dialog, over a store of 100,000 rows of ten years, and from a
 // key in a menu to the call of the voice. Sounds take no time here.
 
+#include "MainDesk.h"
 #include "Promises.h"
 #include "TenYears.h"
-#include "TimedVoice.h"
-#include "calendar/frmMain.h"
-#include "shell/TextControls.h"
-#include "support/FakePlatform.h"
 
 #include <QAction>
 #include <QApplication>
 #include <QDialog>
-#include <QDir>
 #include <QMenu>
 #include <QPushButton>
 #include <QTemporaryDir>
@@ -20,7 +16,6 @@
 
 #include <algorithm>
 #include <functional>
-#include <memory>
 #include <string>
 #include <vector>
 
@@ -46,16 +41,8 @@ constexpr Command kCommands[] = {{"settings", "mnuSettings"},      {"editor, the
                                  {"announcements", "mnuDingHour"}, {"search of name days", "mnuHolFind"},
                                  {"about, a message", "mnuAbout"}};
 
-struct Desk {
-  explicit Desk(const QString& folder) {
-    world.shell.LocalData = folder;
-    world.shell.Installed = folder + u"/installed/"_qs;
-    world.shell.Opens = false;  // nothing is installed that would tell about the program in its place
-    auto timed = std::make_unique<bench::TimedVoice>();
-    voice = timed.get();
-    world.platform.voice = std::move(timed);
-    main = std::make_unique<frmMain>(std::move(world.platform), QStringList());
-  }
+struct Desk : bench::MainDesk {
+  using MainDesk::MainDesk;
 
   /// Milliseconds from `open`, which shows a modal window, to its last word before it rests; `then` works in it.
   double Opening(const std::function<void()>& open, const std::function<void(QDialog&)>& then) {
@@ -86,9 +73,6 @@ struct Desk {
     return bench::Median(times);
   }
 
-  test::FakeWorld world;
-  bench::TimedVoice* voice = nullptr;
-  std::unique_ptr<frmMain> main;
   bench::Promises promises;
 };
 
@@ -130,13 +114,9 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   const QTemporaryDir folder;
-  const QString data = folder.path() + u"/Orvel1/TALNIK"_qs;
-  QDir().mkpath(data);
-  if (!bench::MakeTenYears(data + u"/talnik.MDB"_qs, kRows)) return 1;
+  if (!bench::MakeTenYears(bench::MainDesk::StoreIn(folder.path()), kRows)) return 1;
   Desk desk(folder.path());
-  desk.voice->Listen();
-  desk.main->Load();
-  if (!QTest::qWaitFor([&] { return desk.main->List1->hasFocus() && desk.voice->WasSpoken(); })) {
+  if (!desk.Start()) {
     std::puts("the month was not spoken");
     return 1;
   }

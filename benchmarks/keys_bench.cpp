@@ -1,17 +1,12 @@
 // From a key in the month list to the call of the voice, over a store of 100,000 rows of ten years. Sounds take no time
 // here: a day that holds tasks is spoken behind its cue.
 
+#include "MainDesk.h"
 #include "Promises.h"
 #include "TenYears.h"
-#include "TimedVoice.h"
-#include "calendar/frmMain.h"
-#include "shell/TextControls.h"
-#include "support/FakePlatform.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QTemporaryDir>
-#include <QTest>
 
 int main(int argc, char** argv) {
   using namespace talnik;
@@ -21,26 +16,17 @@ int main(int argc, char** argv) {
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
   const QTemporaryDir folder;
-  test::FakeWorld world;
-  world.shell.LocalData = folder.path();
-  world.shell.Installed = folder.path() + u"/installed/"_qs;
-  const QString data = folder.path() + u"/Orvel1/TALNIK"_qs;
-  QDir().mkpath(data);
-  if (!bench::MakeTenYears(data + u"/talnik.MDB"_qs, rows)) return 1;
+  if (!bench::MakeTenYears(bench::MainDesk::StoreIn(folder.path()), rows)) return 1;
 
-  auto timed = std::make_unique<bench::TimedVoice>();
-  bench::TimedVoice& voice = *timed;
-  world.platform.voice = std::move(timed);
-  voice.Listen();
-  frmMain main(std::move(world.platform), {});
-  main.Load();
-  if (!QTest::qWaitFor([&] { return main.List1->hasFocus() && voice.WasSpoken(); })) {
+  bench::MainDesk desk(folder.path());
+  const auto start = desk.Start();
+  if (!start) {
     std::puts("the month was not spoken");
     return 1;
   }
   bench::Promises promises;
-  promises.Below("start until the month is spoken, in process", voice.Milliseconds(), 300, "ms");
-  promises.Below("key Down to the speech call, median", bench::MedianToSpeech(voice, main.List1, Qt::Key_Down, moves),
-                 5, "ms");
+  promises.Below("start until the month is spoken, in process", *start, 300, "ms");
+  promises.Below("key Down to the speech call, median",
+                 bench::MedianToSpeech(*desk.voice, desk.main->List1, Qt::Key_Down, moves), 5, "ms");
   return promises.ExitCode();
 }

@@ -3,13 +3,9 @@
 
 #include "Promises.h"
 #include "RawRows.h"
-#include "recurrence/RecurrPopulate.h"
+#include "SeriesStore.h"
 #include "recurrence/RuleWalk.h"
-#include "store/Store.h"
-#include "store/Template.h"
-#include "store/Text.h"
 
-#include <QFile>
 #include <QTemporaryDir>
 
 #include <array>
@@ -26,7 +22,6 @@ constexpr double kPromisedTimesRaw = 1.3;
 constexpr double kPromisedUnchangedMs = 60;
 constexpr double kPromisedRealUserMs = 10;
 
-const Date kNow = Date::FromParts(2024, 1, 1, 8).value();
 constexpr int kRuns = 5;
 bench::Promises promises;
 
@@ -37,8 +32,6 @@ double MedianOf(
   return bench::MedianOf(kRuns, work, prepare);
 }
 
-using bench::Check;
-
 // The walk.
 
 constexpr int kWalks = 2000;
@@ -46,7 +39,7 @@ std::size_t walked = 0;  // keeps the compiler from leaving the work out
 
 void BenchWalk() {
   const RuleText rule = RuleText::Read(QStringLiteral("RRULE:FREQ=DAILY INTERVAL=1 "));
-  const WalkStart from{.start = Date::FromParts(2024, 1, 1, 9).value(), .now = kNow};
+  const WalkStart from{.start = Date::FromParts(2024, 1, 1, 9).value(), .now = bench::kSeriesNow};
   std::size_t dates = 0;
   const double ours = MedianOf([&] {
     for (int i = 0; i < kWalks; ++i) walked += dates = WalkRule(rule, from).dates.size();
@@ -70,62 +63,28 @@ const std::array<const char*, 8> kMixedRules = {"RRULE:FREQ=DAILY INTERVAL=1",
                                                 "RRULE:FREQ=YEARLY INTERVAL=1"};
 
 ScheduleRecord Root(int number, Rules rules) {
-  ScheduleRecord root;
-  root.apptime = Date::FromParts(2024, 1, 2, 9 + number % 12, number % 60).value();
-  root.appdur = DateAdd(DateUnit::Minute, 45, *root.apptime);
-  root.appointment = QStringLiteral("Pravidelná schůzka číslo %1").arg(number);
-  root.alarm = true;
-  root.alarmtime = DateAdd(DateUnit::Minute, -15, *root.apptime);
-  root.status = StatusRoot;
-  root.guid = NewGuidText();
   const std::size_t rule = rules == Rules::Daily ? 0 : static_cast<std::size_t>(number) % kMixedRules.size();
-  root.recur = QString::fromLatin1(kMixedRules.at(rule));
-  return root;
+  return bench::SeriesRoot(number, QString::fromLatin1(kMixedRules.at(rule)));
 }
 
-class SeriesStore {
+class TimedStore : public bench::SeriesStore {
  public:
-  SeriesStore(const QString& folder, int series, Rules rules)
-      : path_(folder + QStringLiteral("/talnik.MDB")), store_(path_) {
-    QFile::remove(path_);
-    Check(CreateStore(path_), "create");
-    const auto fill = [&] {
-      for (int i = 0; i < series; ++i) Check(store_.Insert(Root(i, rules)), "root");
-      return true;
-    };
-    Check(store_.InTransaction(fill), "roots");
-    Rebuild();
-  }
-
-  void Rebuild() { Check(RebuildOccurrences(store_, {.now = kNow, .biases = {}}), "rebuild"); }
-  void Run(const char* sql) { Check(store_.Execute({QString::fromUtf8(sql), {}}), sql); }
-  /// Afterwards nothing is known of the rows.
-  void OpenAnew() {
-    store_.Close();
-    Check(store_.Open(), "open");
-  }
-  long long Occurrences() {
-    return store_.Number({QStringLiteral("SELECT count(*) FROM schedule WHERE status=1"), {}}).value();
-  }
+  TimedStore(const QString& folder, int series, Rules rules)
+      : SeriesStore(folder + QStringLiteral("/talnik.MDB"), series,
+                    [rules](int number) { return Root(number, rules); }) {}
 
   double MedianAfter(const char* change) {
     return MedianOf([this] { Rebuild(); }, [&] { Run(change); });
   }
 
   /// A plain prepared insert of the same rows, in one transaction, into the same table that holds the roots alone.
-  double RawInsert();
-
- private:
-  QString path_;
-  Store store_;
+  double RawInsert() {
+    Close();
+    const bench::RawFile file(Path());
+    const bench::RawRows rows(file, "SELECT * FROM schedule WHERE status=1");
+    return MedianOf([&] { rows.InsertInto(file); }, [&] { file.Run("DELETE FROM schedule WHERE status=1"); });
+  }
 };
-
-double SeriesStore::RawInsert() {
-  store_.Close();
-  const bench::RawFile file(path_);
-  const bench::RawRows rows(file, "SELECT * FROM schedule WHERE status=1");
-  return MedianOf([&] { rows.InsertInto(file); }, [&] { file.Run("DELETE FROM schedule WHERE status=1"); });
-}
 
 struct Change {
   const char* what;
@@ -144,7 +103,7 @@ constexpr std::array<Change, 5> kAllChanged = {{
 }};
 
 void BenchManySeries(const QString& folder) {
-  SeriesStore store(folder, 200, Rules::Daily);
+  TimedStore store(folder, 200, Rules::Daily);
   std::printf("\n200 endless daily series, %lld rows\n", store.Occurrences());
   const double raw = store.RawInsert();
   store.Rebuild();
@@ -152,7 +111,8 @@ void BenchManySeries(const QString& folder) {
   for (const Change& change : kAllChanged) {
     const double time = store.MedianAfter(change.sql);
     promises.Tell((std::string("  rebuild, ") + change.what).c_str(), time, "ms");
-    promises.Below("    beside the raw insert", time / raw, kPromisedTimesRaw, "times");
+    promises.Below((std::string("    beside the raw insert, ") + change.what).c_str(), time / raw, kPromisedTimesRaw,
+                   "times");
   }
   const double unchanged = MedianOf([&] { store.Rebuild(); });
   promises.Below("  rebuild, nothing changed since the last one", unchanged, kPromisedUnchangedMs, "ms");
@@ -161,7 +121,7 @@ void BenchManySeries(const QString& folder) {
 }
 
 void BenchFewSeries(const QString& folder, Rules rules) {
-  SeriesStore store(folder, 20, rules);
+  TimedStore store(folder, 20, rules);
   std::printf("\n20 series, %s, %lld rows\n", rules == Rules::Daily ? "all daily" : "as in use", store.Occurrences());
   const auto print = [&](const char* what, double time) {
     if (rules == Rules::Daily) return promises.Tell(what, time, "ms");

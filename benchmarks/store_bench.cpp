@@ -35,22 +35,11 @@ Store& Filled(int rows) {
   return *store;
 }
 
-Date RandomDay(QRandomGenerator& random) {
-  return *DateAdd(DateUnit::Day, random.bounded(kDays), kFirstDay);
-}
-
-/// What one move in the month list to `day` asks of the store.
-void MoveTo(const Date& day, Store& store) {
-  store.ForEach(statements::RootsWithSpawnTime(), [](const ScheduleRecord&) { return true; });
-  benchmark::DoNotOptimize(store.Number(statements::CountAll()));
-  benchmark::DoNotOptimize(store.Number(statements::CountOfDay(day)));
-}
-
 /// Each move to some other year.
 void MoveByDay(benchmark::State& state) {
   Store& store = Filled(static_cast<int>(state.range(0)));
   QRandomGenerator random(1);
-  for (auto _ : state) MoveTo(RandomDay(random), store);
+  for (auto _ : state) benchmark::DoNotOptimize(MoveTo(RandomDay(random), store));
 }
 
 /// The median of moves as a user makes them: day by day, with a jump to some other year now and then.
