@@ -9,7 +9,7 @@ namespace {
 
 /// Close to the end of all dates, where no rule can yield very many.
 const Date& Today() {
-  static const Date today = *Date::FromParts(9998, 12, 1);
+  static const Date today = *Date::FromParts(9999, 12, 1);
   return today;
 }
 

@@ -96,7 +96,9 @@ bool Import::ImportRow(QStringView line) {
 /// True where making the indexes anew costs less than keeping them row by row.
 bool WritesMost(Store& store, const QString& text) {
   constexpr qsizetype lettersOfARow = 100;
-  return text.size() / lettersOfARow > store.Number(statements::CountAll()).value_or(0);
+  constexpr qsizetype few = 500;
+  const qsizetype rows = text.size() / lettersOfARow;
+  return rows > few && rows > store.Number(statements::CountAll()).value_or(0);
 }
 
 }  // namespace
