@@ -1,4 +1,5 @@
 #include "Deeds.h"
+#include "editor/NoteFiles.h"
 #include "store/Repair.h"
 #include "store/Template.h"
 
@@ -38,6 +39,16 @@ bool AddRows(Store& store, QString& contents) {
   });
 }
 
+/// The files of the notes that rows name.
+QStringList Notes(Store& store, const QString& folder) {
+  QStringList notes;
+  store.ForEachRow({u"SELECT DISTINCT wav FROM schedule WHERE wav IS NOT NULL"_qs, {}}, [&](const StoreRow& row) {
+    notes << NotePath(row.Text(0), folder).section(u'/', -1);
+    return true;
+  });
+  return notes;
+}
+
 bool AddFile(const QString& path, QString& contents) {
   QFile file(path);
   if (!file.exists()) return true;
@@ -74,23 +85,30 @@ bool MakeDataFolder(const QString& folder) {
 std::optional<QString> Contents(const QString& folder, QString& why, qint64& leftovers) {
   const QString path = folder + u"/talnik.MDB"_qs;
   QString contents;
+  QStringList known = {u"Names.dat"_qs, u"talnik.ini"_qs, u"LmData.txt"_qs};
+  QStringList notes;
   {
     Store store(path);
     if (!RepairSchedule(store)) why = u"the store is not taken at the start"_qs;
     if (!AddRows(store, contents)) why = u"the store cannot be read"_qs;
+    notes = Notes(store, folder);
   }
   const QString verdict = Integrity(path);
   if (verdict != u"ok"_qs) why = u"the store is not whole: "_qs + verdict;
-  const QStringList known = {u"Names.dat"_qs, u"talnik.ini"_qs, u"LmData.txt"_qs};
   for (const QString& name : known) {
     if (!AddFile(folder + u'/' + name, contents)) why = name + u" cannot be read"_qs;
   }
+  for (const QString& note : notes) {
+    if (!QFile::exists(folder + u'/' + note)) why = note + u" is gone, and a row names it"_qs;
+  }
+  known += notes;
   leftovers = 0;
   for (const QString& name : QDir(folder).entryList(QDir::Files | QDir::Hidden)) {
     if (name != u"talnik.MDB"_qs && !known.contains(name)) ++leftovers;
   }
   if (!why.isEmpty()) return {};
-  return WithNumbers(contents);
+  // The two folders bear names of their own.
+  return WithNumbers(contents.replace(folder, u"~"_qs));
 }
 
 }  // namespace talnik::soak

@@ -1,6 +1,7 @@
 #include "Deeds.h"
 
 #include "calendar/NameDays.h"
+#include "editor/NoteFiles.h"
 #include "editor/Purge.h"
 #include "editor/SaveRecord.h"
 #include "recurrence/EditSeries.h"
@@ -9,6 +10,8 @@
 #include "store/Statements.h"
 #include "sync/ExchangeFile.h"
 #include "sync/GoogleMerge.h"
+
+#include <QFile>
 
 #include <array>
 
@@ -34,6 +37,8 @@ const std::vector<Deeds::Kind>& Deeds::Table() {
   static const std::vector<Kind> table = {{"save a record", &Deeds::SaveRecord},
                                           {"save a series", &Deeds::SaveSeries},
                                           {"edit a record", &Deeds::EditRecord},
+                                          {"edit a series", &Deeds::EditSeries},
+                                          {"extend series", &Deeds::Extend},
                                           {"rebuild", &Deeds::Rebuild},
                                           {"change a rule", &Deeds::ChangeRule},
                                           {"delete", &Deeds::DeleteOne},
@@ -76,26 +81,64 @@ SpawnTime Deeds::Time() const {
           .biases = {-60, 0, -60, false}};
 }
 
+/// The note of a new record, which some have: the file first, then the row that names it.
+QString Deeds::NewNote() {
+  const QString name = u"N%1.wav"_qs.arg(number_);
+  if (Below(2) == 0) return QString();
+  QFile note(folder_ + u'/' + name);
+  if (!note.open(QIODevice::WriteOnly)) return QString();
+  return Below(2) == 0 ? name : note.fileName();
+}
+
+/// The rows of a statement, at any of them.
+std::unique_ptr<Recordset> Deeds::AnyRow(const Statement& statement) {
+  auto rows = Recordset::Open(store_, statement);
+  if (!rows || rows->RecordCount() == 0) return rows;
+  for (int moves = Below(static_cast<int>(rows->RecordCount())); moves > 0; --moves) rows->MoveNext();
+  return rows;
+}
+
 bool Deeds::SaveRecord() {
   const auto rows = Recordset::Open(store_, statements::All());
   const Date start = AnyDay();
-  const RecordFields fields{
-      u"Úkol "_qs + QString::number(number_), start, DateAdd(DateUnit::Hour, 1, start), {}, start};
+  const RecordFields fields{u"Úkol "_qs + QString::number(number_), start, DateAdd(DateUnit::Hour, 1, start), NewNote(),
+                            start};
   return rows && SaveNewRecord(store_, *rows, fields, {}, Time());
 }
 
 bool Deeds::SaveSeries() {
   const auto rows = Recordset::Open(store_, statements::All());
-  const RecordFields fields{u"Řada "_qs + QString::number(number_), AnyDay(), {}, {}, {}};
+  const RecordFields fields{u"Řada "_qs + QString::number(number_), AnyDay(), {}, NewNote(), {}};
   return rows && SaveNewRecord(store_, *rows, fields, Rule(Below(100)), Time());
 }
 
 bool Deeds::EditRecord() {
-  const auto rows = Recordset::Open(store_, statements::Visible());
+  const auto rows = AnyRow(statements::Visible());
   if (!rows || rows->RecordCount() == 0) return rows != nullptr;
-  for (int moves = Below(static_cast<int>(rows->RecordCount())); moves > 0; --moves) rows->MoveNext();
-  const RecordFields fields{u"Změna "_qs + QString::number(number_), AnyDay(), {}, {}, {}};
-  return Below(2) == 0 ? SavePlainEdit(*rows, fields) : SaveAsException(*rows, fields, fields.start, Time().biases);
+  const RecordFields fields{u"Změna "_qs + QString::number(number_), AnyDay(), {}, rows->Row().wav, {}};
+  const int way = Below(3);
+  if (way == 0) return SavePlainEdit(*rows, fields);
+  if (way == 1 && rows->Row().recur.isEmpty()) return SaveAsRoot(store_, *rows, fields, Rule(number_), Time());
+  return SaveAsException(*rows, fields, fields.start, Time().biases);
+}
+
+bool Deeds::EditSeries() {
+  const auto rows = AnyRow(statements::Roots());
+  if (!rows || rows->RecordCount() == 0) return rows != nullptr;
+  const ScheduleRecord& root = rows->Row();
+  return EditRootEvent(store_, {.title = u"Celá řada "_qs + QString::number(number_),
+                                .start = AnyDay(),
+                                .rule = root.recur,
+                                .guid = root.guid,
+                                .status = root.status});
+}
+
+/// Only other programs say from when a series is to be extended.
+bool Deeds::Extend() {
+  const auto none = store_.Number({u"SELECT count(*)=0 FROM schedule WHERE spawntime IS NOT NULL"_qs, {}});
+  if (!none) return false;
+  if (*none != 0) return store_.Execute({u"UPDATE schedule SET spawntime=apptime+5 WHERE status=9"_qs, {}});
+  return ExtendSeries(store_, AnyDay(), Time());
 }
 
 bool Deeds::Rebuild() {
@@ -103,27 +146,34 @@ bool Deeds::Rebuild() {
 }
 
 bool Deeds::ChangeRule() {
-  const auto roots = Recordset::Open(store_, statements::Roots());
+  const auto roots = AnyRow(statements::Roots());
   if (!roots || roots->RecordCount() == 0) return roots != nullptr;
-  for (int moves = Below(static_cast<int>(roots->RecordCount())); moves > 0; --moves) roots->MoveNext();
   const RuleEdit edit{.guid = roots->Row().guid,
                       .newRule = Rule(Below(100)),
                       .title = u"Jiná řada "_qs + QString::number(number_),
+                      .note = Below(2) == 0 ? roots->Row().wav : QString(),
                       .start = roots->Row().apptime.value_or(Date())};
   return EditRecurrentEvent(store_, edit, Time(), {[](const QString&) { return true; }, [](const QString&) {}});
 }
 
 bool Deeds::DeleteOne() {
-  const auto rows = Recordset::Open(store_, statements::AllByStart());
+  const auto rows = AnyRow(statements::AllByStart());
   if (!rows || rows->RecordCount() == 0) return rows != nullptr;
-  for (int moves = Below(static_cast<int>(rows->RecordCount())); moves > 0; --moves) rows->MoveNext();
-  if (WayToDelete(rows->Row()) == DeleteWay::Single) return DeleteSingle(*rows).done;
+  if (WayToDelete(rows->Row()) == DeleteWay::Single) {
+    const QString note = NotePath(rows->Row().wav, folder_);
+    const bool done = DeleteSingle(*rows).done;
+    if (done) RemoveUnusedNote(store_, note);
+    return done;
+  }
   if (Below(3) > 0) return DeleteOccurrence(store_, *rows, Time().biases).done;
   return DeleteWholeSeries(store_, rows->Row().guid, folder_).done;
 }
 
 bool Deeds::Purge() {
-  return RemoveOlderThan(store_, DateAdd(DateUnit::Day, Below(60), *Date::FromParts(2024, 1, 1)).value()).done;
+  const Date day = DateAdd(DateUnit::Day, Below(60), *Date::FromParts(2024, 1, 1)).value();
+  const PurgeOutcome outcome = RemoveOlderThan(store_, day);
+  for (const QString& note : outcome.notes) RemoveUnusedNote(store_, NotePath(note, folder_));
+  return outcome.done;
 }
 
 bool Deeds::Import() {
@@ -131,7 +181,8 @@ bool Deeds::Import() {
   for (int line = Below(300); line > 0; --line) {
     text += u"\"%1\",\"8:30\",\"Dovoz %2\",,,TRUE,,\r\n"_qs.arg(DayText(AnyDay())).arg(Below(1000));
   }
-  const auto goOn = [](qint64, qint64) { return true; };
+  // The user gives up now and then, which is as good as a refusal.
+  const auto goOn = [this](qint64, qint64) { return Below(4) > 0; };
   return ImportCsv(store_, text, AnyDay(), goOn).end == CsvEnd::Done;
 }
 

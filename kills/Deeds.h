@@ -4,6 +4,7 @@
 #include "platform/linux/LocaleCodePage.h"
 #include "recurrence/RecurrPopulate.h"
 #include "shell/cSetting.h"
+#include "store/Recordset.h"
 #include "store/Store.h"
 #include "support/FakePlatform.h"
 
@@ -33,10 +34,14 @@ class Deeds {
   Date AnyDay();
   SpawnTime Time() const;
   QString Names() const { return folder_ + u"/Names.dat"; }
+  QString NewNote();
+  std::unique_ptr<Recordset> AnyRow(const Statement& statement);
 
   bool SaveRecord();
   bool SaveSeries();
   bool EditRecord();
+  bool EditSeries();
+  bool Extend();
   bool Rebuild();
   bool ChangeRule();
   bool DeleteOne();

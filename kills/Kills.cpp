@@ -1,6 +1,7 @@
 #include "Kills.h"
 
 #include "Deeds.h"
+#include "Power.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -72,6 +73,20 @@ void DoAll(const QString& folder, quint32 seed, int pipe) {
   }
 }
 
+/// The power fails at some change of a file within some deed or the next ones, or behind the last one.
+void DoAllUntilPowerFails(const QString& folder, quint32 seed, int pipe) {
+  QRandomGenerator random(seed);
+  const int fails = random.bounded(kDeedsOfARound);
+  WatchDisk(folder);
+  Deeds deeds(folder, seed);
+  for (int number = 0; number < kDeedsOfARound; ++number) {
+    Say(pipe, 'b');
+    if (number == fails) FailPowerAfter(static_cast<int>(random.bounded(1U << random.bounded(9U))));
+    Say(pipe, deeds.Do(number) ? 'd' : 'r');
+  }
+  FailPower();
+}
+
 /// The disk takes files of some size only, as a full one takes no more; at some deeds.
 void DoAllOnAFullDisk(const QString& folder, quint32 seed, int pipe) {
   std::signal(SIGXFSZ, SIG_IGN);
@@ -79,7 +94,8 @@ void DoAllOnAFullDisk(const QString& folder, quint32 seed, int pipe) {
   Deeds deeds(folder, seed);
   for (int number = 0; number < kDeedsOfARound; ++number) {
     rlimit limit{RLIM_INFINITY, RLIM_INFINITY};
-    if (random.bounded(2) == 0) limit.rlim_cur = random.bounded(100'000);
+    // From files of a few bytes to the whole store.
+    if (random.bounded(2) == 0) limit.rlim_cur = random.bounded(1U << random.bounded(18U));
     Say(pipe, 'b');
     ::setrlimit(RLIMIT_FSIZE, &limit);
     const bool done = deeds.Do(number);
@@ -110,14 +126,21 @@ class Round {
     Compare(heard);
   }
 
+  void CutPower() { Compare(All(DoAllUntilPowerFails)); }
+
   void Fill() {
-    Doer doer(folder_.path(), seed_, DoAllOnAFullDisk);
-    while (doer.Hear()) continue;
-    if (doer.heard.size() != 2 * kDeedsOfARound) Tell(u"the process broke off"_qs);
-    Compare(doer.heard);
+    const std::vector<char> heard = All(DoAllOnAFullDisk);
+    if (heard.size() != 2 * kDeedsOfARound) Tell(u"the process broke off"_qs);
+    Compare(heard);
   }
 
  private:
+  std::vector<char> All(Work work) {
+    Doer doer(folder_.path(), seed_, work);
+    while (doer.Hear()) continue;
+    return doer.heard;
+  }
+
   /// Does again what was confirmed and compares; what was under way may have been done or not.
   void Compare(const std::vector<char>& heard) {
     qint64 leftovers = 0;
@@ -174,6 +197,10 @@ Tally Rounds(int rounds, quint32 seed, void (Round::*kind)()) {
 
 Tally Kills(int rounds, quint32 seed) {
   return Rounds(rounds, seed, &Round::Kill);
+}
+
+Tally PowerCuts(int rounds, quint32 seed) {
+  return Rounds(rounds, seed, &Round::CutPower);
 }
 
 Tally FullDisks(int rounds, quint32 seed) {

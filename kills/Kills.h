@@ -23,6 +23,10 @@ struct Tally {
 /// wholly or not at all.
 Tally Kills(int rounds, quint32 seed);
 
+/// Does deeds in a process that ends at some change of a file, or within it; what was not yet brought to the disk is
+/// lost with it. What was confirmed must be there all the same.
+Tally PowerCuts(int rounds, quint32 seed);
+
 /// Does deeds on a disk that is full at some moment of some of them: what was refused must have changed nothing.
 Tally FullDisks(int rounds, quint32 seed);
 

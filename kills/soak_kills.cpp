@@ -35,6 +35,7 @@ int main(int count, char** words) {
   const int rounds = count > 1 ? std::atoi(words[1]) : 1000;
   const auto seed = static_cast<quint32>(count > 2 ? std::atoi(words[2]) : 1);
   bool kept = Told("Killed at any moment", Kills(rounds, seed));
+  kept = Told("The power cut at any change of a file", PowerCuts(rounds, seed)) && kept;
   kept = Told("On a full disk", FullDisks(rounds / 4, seed)) && kept;
   return kept ? 0 : 1;
 }
