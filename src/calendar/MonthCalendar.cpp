@@ -45,9 +45,8 @@ void MonthCalendar::Load(const Date& today) {
   view_.SuppressClick = true;
   FillMonthList(controls_.List1, controls_.Label1, view_.CurrentDate, names_);
   view_.SuppressClick = false;
-  const int tasks = TasksOfDay();
+  ShowTasks();
   host_.ShowNameOfDay(view_.SelectedDay);
-  controls_.Command1->setText(ButtonCaption(tasks));
 }
 
 int MonthCalendar::TasksOfDay() {
@@ -57,29 +56,29 @@ int MonthCalendar::TasksOfDay() {
   return host_.CountTasks(*day);
 }
 
-QString MonthCalendar::TaskWords(bool playCue) {
+int MonthCalendar::ShowTasks() {
   const int tasks = TasksOfDay();
   controls_.Command1->setText(ButtonCaption(tasks));
+  return tasks;
+}
+
+QString MonthCalendar::TaskWords(bool playCue) {
+  const int tasks = ShowTasks();
   if (tasks == 0) return QString();
   if (playCue) speech_.PlaySoundWait(host_.DayCue);
   return u' ' + QString::number(tasks) + TasksWord();
 }
 
 void MonthCalendar::ShowDate(const Date& date) {
-  const QString month = Month();
-  ShowMonth(controls_.List1, controls_.Label1, date, names_);
-  // A month that stays is spoken through the list's Click; one that changes is spoken whole below.
-  const bool monthChanged = Month() != month;
   view_.CurrentDate = date;
-  view_.SuppressClick = monthChanged;
-  controls_.List1->SetListIndex(date.Day() - 1);
+  if (Month() == MonthTitle(date, names_)) return ShowDayOfMonth(date.Day());
+  view_.SuppressClick = true;
+  FillMonthList(controls_.List1, controls_.Label1, date, names_);
   view_.SuppressClick = false;
 
-  const int tasks = TasksOfDay();
+  const int tasks = ShowTasks();
   host_.ShowNameOfDay(view_.SelectedDay);
-  controls_.Command1->setText(ButtonCaption(tasks));
   host_.ShowTaskState(tasks > 0);
-  if (!monthChanged) return;
   QString text = Line() + u' ' + Month();
   if (tasks > 0) {
     speech_.PlaySoundWait(host_.DayCue);
@@ -88,13 +87,19 @@ void MonthCalendar::ShowDate(const Date& date) {
   speech_.SayPart(0, text);
 }
 
+/// A month that stays is not built again: the list's Click speaks the day and shows what goes with it.
+void MonthCalendar::ShowDayOfMonth(int day) {
+  if (controls_.List1->ListIndex() == day - 1) return List1_Click();
+  controls_.List1->SetListIndex(day - 1);
+}
+
 void MonthCalendar::SetTodayState(bool playCue) {
   if (host_.WindowIsVisible()) {
     const QString words = TaskWords(playCue && !view_.SilentSync);
     if (!view_.SilentSync) speech_.Say(Line() + words);
     host_.ShowTaskState(!words.isEmpty());
   } else {
-    host_.ShowTaskState(TasksOfDay() > 0);
+    host_.ShowTaskState(ShowTasks() > 0);
   }
   host_.ShowNameOfDay(view_.SelectedDay);
 }

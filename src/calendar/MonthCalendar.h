@@ -75,7 +75,10 @@ class MonthCalendar {
  private:
   QString Line() const;
   QString Month() const;
+  void ShowDayOfMonth(int day);
   void SayMonthIfChanged(const QString& before);
+  /// Counts and shows the count on the button.
+  int ShowTasks();
   /// Counts, shows the count on the button, plays the cue, and gives the words for it.
   QString TaskWords(bool playCue);
 

@@ -26,12 +26,16 @@ bool CanBeWritten(Store& store) {
 
 /// Adds the columns that an old store lacks, one by one: a failure does not keep the others out.
 bool AddMissingColumns(Store& store) {
+  QStringList present;
+  const bool read =
+      store.ForEachRow({u"SELECT name FROM pragma_table_info('schedule')"_qs, {}}, [&](const StoreRow& row) {
+        present << row.Text(0);
+        return true;
+      });
   bool added = false;
   for (const SchemaColumn& column : kColumns) {
     const QString name = QString::fromLatin1(column.name);
-    const auto present =
-        store.Number({u"SELECT count(*) FROM pragma_table_info('schedule') WHERE name=? COLLATE NOCASE"_qs, {name}});
-    if (present != 0) continue;
+    if (!read || present.contains(name, Qt::CaseInsensitive)) continue;
     added |=
         store.Execute({u"ALTER TABLE schedule ADD COLUMN "_qs + name + u' ' + QString::fromLatin1(column.type), {}});
   }

@@ -278,16 +278,16 @@ std::optional<qint64> Store::Impl::Count(const Statement& statement) {
     Unread(error);
     return {};
   }
-  // To count all rows means to read a whole index, and the month list asks for it at every move.
-  const bool keep = statement.values.isEmpty();
-  if (keep && !CountsAreCurrent(*open)) counts_.clear();
-  if (const auto kept = counts_.constFind(statement.sql); keep && kept != counts_.constEnd()) return *kept;
+  // A window asks for the same number time and again, and to count all rows means to read a whole index.
+  if (!CountsAreCurrent(*open)) counts_.clear();
+  const auto kept = counts_.constFind(statement.sql);
+  if (kept != counts_.constEnd() && kept->first == statement.values) return kept->second;
   std::optional<qint64> count;
   Read(statement, [&count](const Running& running) {
     if (!StoreRow(running.Handle()).IsNull(0)) count = StoreRow(running.Handle()).Number(0);
     return false;
   });
-  if (keep && count) counts_.insert(statement.sql, *count);
+  if (count) counts_.insert(statement.sql, {statement.values, *count});
   return count;
 }
 

@@ -65,7 +65,7 @@ struct Store::Impl {
   bool unreadable_ = false;  ///< as the last read has found the file
   QString untold_;
   qint64 lastRow_ = 0;
-  QHash<QString, qint64> counts_;
+  QHash<QString, std::pair<QList<QVariant>, qint64>> counts_;  ///< of each text the values asked for last, the count
   std::pair<qint64, qint64> countsVersion_;
 };
 
