@@ -3,7 +3,8 @@
 #include "platform/linux/MakePlatform.h"
 #include "platform/linux/XcbKeyboardHook.h"
 #include "shell/ControlEvents.h"
-#include "shell/ListFocus.h"
+#include "shell/FieldForReader.h"
+#include "shell/ReaderEvents.h"
 
 #include <QApplication>
 #include <QLibraryInfo>
@@ -26,7 +27,8 @@ int main(int argc, char** argv) {
   if (toolkit.load(u"qtbase_cs"_qs, QLibraryInfo::path(QLibraryInfo::TranslationsPath))) {
     QApplication::installTranslator(&toolkit);
   }
-  talnik::TellLineOfFocusedList();
+  talnik::ShowFieldsToReaders();
+  talnik::TidyEventsForReaders();
   talnik::EnableDetectableAutoRepeat();
   talnik::ControlEvents::AskKeyboard(talnik::IsKeyHeld);
 

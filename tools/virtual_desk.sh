@@ -36,7 +36,7 @@ desk_sound() {
   desk_wait 10 test -S "$DESK/run/native"
 }
 
-desk_speech() { # the daemon refuses to start in a locale that is not generated
+desk_speech() { # the daemon refuses to start in a locale that is not generated; SPEECH_LOG: how much it tells, 5 each text
   cp /etc/speech-dispatcher/modules/espeak-ng.conf "$DESK/speech/modules/"
   cat >"$DESK/speech/speechd.conf" <<-END
 	LogDir "$DESK/speech"
@@ -46,6 +46,7 @@ desk_speech() { # the daemon refuses to start in a locale that is not generated
 	AddModule "espeak-ng" "sd_espeak-ng" "espeak-ng.conf"
 	DefaultModule "espeak-ng"
 	DisableAutoSpawn
+	LogLevel ${SPEECH_LOG:-3}
 	END
   LANG=C.UTF-8 speech-dispatcher -s -C "$DESK/speech" -S "$DESK/run/speechd.sock" -P "$DESK/run/speechd.pid" -L "$DESK/speech" -t 0 \
     >"$DESK/speech/out.log" 2>&1 &

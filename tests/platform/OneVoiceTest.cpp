@@ -211,6 +211,18 @@ TEST(ReaderVoice, TellsAnAlarmWhereverTheUserIs) {
   EXPECT_FALSE(voice.IsSpeaking());
 }
 
+TEST(ReaderVoice, WaitsForTheWindowThatGetsTheKeyboard) {
+  QStringList told;
+  ReaderVoice voice([] { return QApplication::focusWidget() ? Day26 : ReaderFocus(); },
+                    [&](const QString& text) { told << text; });
+  voice.Speak(u"26. čtvrtek prosinec"_qs, Voice::Join::Cut, Voice::Urgency::Text);
+  QCoreApplication::processEvents();
+  QLineEdit window;
+  window.show();
+  EXPECT_TRUE(QTest::qWaitFor([&] { return !told.isEmpty(); }));
+  EXPECT_EQ(told, QStringList{u"prosinec"_qs}) << "told before the reader had said the day";
+}
+
 TEST(ReaderFocus, TheLineOfADropDownListIsLeftToUs) {
   QWidget window;
   window.setWindowTitle(u"Zopakovat"_qs);

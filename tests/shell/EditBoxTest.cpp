@@ -1,6 +1,8 @@
+#include "shell/FieldForReader.h"
 #include "shell/cStandardEditBox.h"
 #include "support/FormWorld.h"
 
+#include <QAccessible>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
@@ -45,6 +47,33 @@ struct EditWindow : QDialog, FormWorld {
   QPlainTextEdit text;
   QComboBox combo;
 };
+
+TEST(FieldForReader, AnswersForEveryPlaceUpToTheEnd) {
+  ShowFieldsToReaders();
+  QLineEdit field(u"dva listy"_qs);
+  auto* reader = QAccessible::queryAccessibleInterface(&field);
+  auto* text = reader->textInterface();
+  const struct {
+    int offset;
+    QAccessible::TextBoundaryType boundary;
+    const char* expected;
+  } cases[] = {{1, QAccessible::WordBoundary, "dva"},       {9, QAccessible::WordBoundary, "listy"},
+               {-1, QAccessible::WordBoundary, "listy"},    {9, QAccessible::SentenceBoundary, "dva listy"},
+               {9, QAccessible::LineBoundary, "dva listy"}, {8, QAccessible::CharBoundary, "y"},
+               {9, QAccessible::CharBoundary, ""}};
+  int from = 0;
+  int to = 0;
+  for (const auto& [offset, boundary, expected] : cases) {
+    EXPECT_EQ(text->textAtOffset(offset, boundary, &from, &to).toStdString(), expected) << offset << ' ' << boundary;
+  }
+  text->attributes(0, &from, &to);
+  EXPECT_EQ(from, 0);
+  EXPECT_EQ(to, 9) << "the reader puts the text together from these";
+  reader->editableTextInterface()->replaceText(4, -1, u"knihy"_qs);
+  EXPECT_EQ(field.text(), u"dva knihy"_qs);
+  field.setEchoMode(QLineEdit::Password);
+  EXPECT_FALSE(text->text(0, -1).contains(u"dva"_qs) || reader->text(QAccessible::Value).contains(u"dva"_qs));
+}
 
 TEST(SelectionDelta, EveryCaseOfTheTable) {
   const struct {

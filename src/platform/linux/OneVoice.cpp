@@ -6,7 +6,7 @@ namespace talnik {
 namespace {
 
 /// Longer than the buses take to answer, shorter than a user waits.
-constexpr int LongestWait = 100;
+constexpr int LongestWait = 1000;
 
 }  // namespace
 

@@ -1,11 +1,15 @@
 #include "platform/linux/ReaderVoice.h"
 
+#include <QGuiApplication>
+
 #include <utility>
 
 namespace talnik {
 namespace {
 
 constexpr int PerCharacter = 65;  // ms
+/// How long the keyboard may be with nobody when one window hands it to another.
+constexpr int LongestMove = 300;
 
 }  // namespace
 
@@ -13,13 +17,18 @@ ReaderVoice::ReaderVoice(std::function<ReaderFocus()> look, std::function<void(c
     : look_(std::move(look)), tell_(std::move(tell)) {
   waiting_.setSingleShot(true);
   QObject::connect(&waiting_, &QTimer::timeout, &waiting_, [this] { Flush(); });
+  QObject::connect(qGuiApp, &QGuiApplication::focusObjectChanged, &waiting_, [this](QObject* object) {
+    if (object && isOnTheMove_) waiting_.start(0);
+  });
 }
 
 void ReaderVoice::Speak(const QString& text, Join join, Urgency urgency) {
   if (join == Join::Cut) Stop();
   text_ = text_.isEmpty() ? text : QString(text_ + u' ' + text);
   isImportant_ = isImportant_ || urgency == Urgency::Important;
-  if (!text_.isEmpty()) waiting_.start(0);
+  if (text_.isEmpty()) return;
+  isOnTheMove_ = !isImportant_ && !look_().control;
+  waiting_.start(isOnTheMove_ ? LongestMove : 0);
 }
 
 void ReaderVoice::SpeakCharacter(const QString& character, Join join) {
@@ -31,6 +40,7 @@ void ReaderVoice::Stop() {
   waiting_.stop();
   text_.clear();
   isImportant_ = false;
+  isOnTheMove_ = false;
   said_ = QDeadlineTimer();
 }
 
@@ -41,6 +51,7 @@ void ReaderVoice::Flush() {
   before_ = focus;
   text_.clear();
   isImportant_ = false;
+  isOnTheMove_ = false;
   if (!text.isEmpty()) tell_(text);
 }
 

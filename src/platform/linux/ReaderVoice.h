@@ -32,6 +32,7 @@ class ReaderVoice : public Voice {
   QTimer waiting_;
   QString text_;
   bool isImportant_ = false;
+  bool isOnTheMove_ = false;  ///< the text waits for the window that gets the keyboard
   ReaderFocus before_;
   QDeadlineTimer said_;
 };

@@ -69,6 +69,7 @@ ReaderWatch::ReaderWatch(const QDBusConnection& session) : session_(session) {
     Q_EMIT Changed();
   });
   AskSwitch();
+  AskWhetherToExpect();
   for (const QString& name : ReaderNames()) AskName(name);
   QAccessible::installActivationObserver(this);
   if (QAccessible::isActive()) AskListeners();
@@ -95,6 +96,16 @@ void ReaderWatch::AskSwitch() {
   question << StatusInterface << SwitchName;
   Ask(session_, question, [this](const QDBusMessage& reply) {
     isSwitchedOn_ = qvariant_cast<QDBusVariant>(reply.arguments().value(0)).variant().toBool();
+  });
+}
+
+/// Who listens can be asked only when the toolkit is on the accessibility bus, where it goes by the same sign.
+void ReaderWatch::AskWhetherToExpect() {
+  isExpected_ = qEnvironmentVariableIntValue("QT_LINUX_ACCESSIBILITY_ALWAYS_ON") != 0;
+  auto question = QDBusMessage::createMethodCall(StatusService, StatusPath, Properties, u"Get"_qs);
+  question << StatusInterface << u"IsEnabled"_qs;
+  Ask(session_, question, [this](const QDBusMessage& reply) {
+    isExpected_ = isExpected_ || qvariant_cast<QDBusVariant>(reply.arguments().value(0)).variant().toBool();
   });
 }
 
@@ -152,14 +163,19 @@ void ReaderWatch::AskWhoListens(const QDBusMessage& listeners) {
   const auto found = std::make_shared<bool>(false);
   const auto left = std::make_shared<qsizetype>(programs.size());
   const int round = ++round_;
-  if (programs.isEmpty()) listens_ = false;
+  if (programs.isEmpty()) TakeListeners(false);
   for (const QString& program : programs) {
     Ask(AccessibilityBus(), BusQuestion(u"GetConnectionUnixProcessID"_qs, program),
         [this, found, left, round](const QDBusMessage& reply) {
           *found = *found || IsReaderProcess(reply.arguments().value(0).toUInt());
-          if (--*left == 0 && round == round_) listens_ = *found;
+          if (--*left == 0 && round == round_) TakeListeners(*found);
         });
   }
+}
+
+void ReaderWatch::TakeListeners(bool readerIsAmongThem) {
+  knowsListeners_ = true;
+  listens_ = readerIsAmongThem;
 }
 
 }  // namespace talnik

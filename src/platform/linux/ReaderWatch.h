@@ -24,7 +24,7 @@ class ReaderWatch : public QObject, private QAccessible::ActivationObserver {
 
   bool IsRunning() const { return isSwitchedOn_ || !names_.isEmpty() || listens_; }
   /// False while the first answers are being waited for.
-  bool IsKnown() const { return awaited_ == 0; }
+  bool IsKnown() const { return awaited_ == 0 && (!isExpected_ || knowsListeners_); }
 
  Q_SIGNALS:
   /// One of the two answers above may have changed.
@@ -37,9 +37,11 @@ class ReaderWatch : public QObject, private QAccessible::ActivationObserver {
  private:
   void accessibilityActiveChanged(bool active) override;
   void AskSwitch();
+  void AskWhetherToExpect();
   void AskName(const QString& name);
   void AskListeners();
   void AskWhoListens(const QDBusMessage& listeners);
+  void TakeListeners(bool readerIsAmongThem);
   /// Calls the bus and goes on with the reply, which is empty when there is none.
   void Ask(const QDBusConnection& bus, const QDBusMessage& question, std::function<void(const QDBusMessage&)> answer);
 
@@ -49,6 +51,8 @@ class ReaderWatch : public QObject, private QAccessible::ActivationObserver {
   int awaited_ = 0;
   int round_ = 0;  ///< of asking who listens; the answers to an older one count no more
   bool isSwitchedOn_ = false;
+  bool isExpected_ = false;  ///< the desktop says that somebody may listen
+  bool knowsListeners_ = false;
   bool listens_ = false;
   bool follows_ = false;
 };
