@@ -17,7 +17,7 @@ PATIENCE = 20
 STARTING = 60
 # After the last word so many looks, a tenth of a second apart, at a desk that rests.
 STILL = 2
-STILL_WHEN_RECORDING = 12
+STILL_WHEN_RECORDING = 6
 KEY = "  ["
 OWN = "vlastní hlas: "
 
@@ -25,6 +25,15 @@ OWN = "vlastní hlas: "
 def soon():
     """Time enough to save the task before its alarm rings."""
     return (datetime.now() + timedelta(seconds=25)).strftime("'%-d.%-m.%Y %-H:%M:%S")
+
+
+def wait(condition, patience):
+    end = time.monotonic() + patience
+    while time.monotonic() < end:
+        if condition():
+            return True
+        time.sleep(0.1)
+    return False
 
 
 NEW_TASK = ["F10", "Right", "Right", "Right", "Right", "Down", "Return", "'2015", "Return"]
@@ -114,63 +123,85 @@ class Desk:
         return total
 
 
-class Voices:
-    """What Orca and the program's own voice have said."""
+class Log:
+    """A log that is being written; each line is read once."""
 
-    def __init__(self, logs, speech):
-        self.logs = Path(logs)
-        self.speech = Path(speech)
-        self.orca = None
+    def __init__(self, path):
+        self.path = Path(path)
+        self.read = 0
+
+    def new_lines(self):
+        if not self.path.exists():
+            return []
+        with open(self.path, "rb") as log:
+            log.seek(self.read)
+            text = log.read()
+        whole = text[:text.rfind(b"\n") + 1]
+        self.read += len(whole)
+        return whole.decode(errors="replace").splitlines()
+
+
+class Orca:
+    STARTED = "EVENT MANAGER: Activated"
+
+    def __init__(self, folder):
+        self.folder = Path(folder)
         self.starts = 0
-        self.passed = [0, 0]
 
-    def start_orca(self):
+    def start(self):
         self.starts += 1
-        log = self.logs / f"orca{self.starts}.log"
-        with open(self.logs / "orca.out", "a") as out:
-            self.orca = subprocess.Popen(["orca", "--debug", f"--debug-file={log}"], stdout=out, stderr=out)
-        end = time.monotonic() + STARTING
-        while not (log.exists() and "EVENT MANAGER: Activated" in log.read_text(errors="replace")):
-            if time.monotonic() > end:
-                raise AssertionError("Orca does not start")
-            time.sleep(0.1)
+        self.log = Log(self.folder / f"orca{self.starts}.log")
+        with open(self.folder / "orca.out", "a") as out:
+            self.running = subprocess.Popen(["orca", "--debug", f"--debug-file={self.log.path}"], stdout=out, stderr=out)
+        self.unread = []
+        if not wait(lambda: any(self.STARTED in line for line in self.look()), STARTING):
+            raise AssertionError("Orca does not start")
 
-    def end_orca(self):
-        self.orca.terminate()
-        self.orca.wait()
+    def end(self):
+        self.running.terminate()
+        try:
+            self.running.wait(PATIENCE)
+        except subprocess.TimeoutExpired:
+            self.running.kill()
 
-    def of_orca(self):
-        text = "".join((self.logs / f"orca{i + 1}.log").read_text(errors="replace") for i in range(self.starts))
-        return re.findall(r"SPEECH OUTPUT: '(.*)'(?: \w|\{|$)", text, re.MULTILINE)
-
-    def of_program(self):
-        """What its connections to the daemon, numbers in the log, have sent to be spoken."""
-        said = []
-        ours = set()
-        texts = {}
-        for number, line in re.findall(r"speechd: +(\d+):(?:DATA|REPLY):\|(.*)", self.speech.read_text(errors="replace")):
-            if line.startswith("SET SELF CLIENT_NAME"):
-                (ours.add if ":talnik:" in line else ours.discard)(number)
-            elif number not in ours:
-                continue
-            elif line.startswith("230"):
-                texts[number] = []
-            elif line == "." and number in texts:
-                said.append(OWN + " ".join(texts.pop(number)))
-            elif number in texts:
-                texts[number].append(line)
-            elif line.startswith(("CHAR ", "KEY ")):
-                said.append(OWN + line.split(" ", 1)[1])
-        return said
-
-    def new(self):
-        orca, program = self.passed
-        return self.of_orca()[orca:] + self.of_program()[program:]
-
-    def take(self):
-        new = self.new()
-        self.passed = [len(self.of_orca()), len(self.of_program())]
+    def look(self):
+        new = self.log.new_lines()
+        self.unread += new
         return new
+
+    def said(self):
+        """What it has said since it was asked last, without its echo of keys."""
+        self.look()
+        lines, self.unread = self.unread, []
+        said = [re.search(r"SPEECH OUTPUT: '(.*)'( ?)(?:\{|$)", line) for line in lines]
+        return [found[1] for found in said if found and not (found[1].endswith(" ") and found[2])]
+
+
+class OwnVoice:
+    """What the program's connections to the daemon, numbers in its log, have sent to be spoken."""
+
+    def __init__(self, log):
+        self.log = Log(log)
+        self.ours = set()
+        self.texts = {}
+
+    def said(self):
+        lines = [re.search(r"speechd: +(\d+):(?:DATA|REPLY):\|(.*)", line) for line in self.log.new_lines()]
+        return [OWN + text for line in lines if line for text in self.take(*line.groups())]
+
+    def take(self, number, line):
+        if line.startswith("SET SELF CLIENT_NAME"):
+            (self.ours.add if ":talnik:" in line else self.ours.discard)(number)
+        elif number not in self.ours:
+            return
+        elif line.startswith("230"):
+            self.texts[number] = []
+        elif line == "." and number in self.texts:
+            yield " ".join(self.texts.pop(number))
+        elif number in self.texts:
+            self.texts[number].append(line)
+        elif line.startswith(("CHAR ", "KEY ")):
+            yield line.split(" ", 1)[1]
 
 
 DAYS = "pondělí úterý středa čtvrtek pátek sobota neděle".split()
@@ -198,43 +229,42 @@ def expectations(golden):
 
 
 class Round:
-    def __init__(self, voices, desk, golden, recording):
-        self.voices = voices
+    def __init__(self, orca, own, desk, golden, recording):
+        self.orca = orca
+        self.own = own
         self.desk = desk
         self.wanted = [] if recording else golden
         self.expected = expectations(self.wanted)
         self.recording = recording
+        self.heard = []
         self.said = []
 
     def press(self, key):
         if key in {ORCA_ENDS, ORCA_STARTS}:
-            (self.voices.end_orca if key == ORCA_ENDS else self.voices.start_orca)()
+            (self.orca.end if key == ORCA_ENDS else self.orca.start)()
         elif key == RINGS:
-            self.wait(lambda: self.voices.new(), 2 * PATIENCE)
+            wait(self.hear, 2 * PATIENCE)
         elif key.startswith("'"):
             subprocess.run(["xdotool", "type", "--clearmodifiers", "--delay", "80", key[1:]], check=True)
         else:
             subprocess.run(["xdotool", "key", "--clearmodifiers", key], check=True)
 
-    @staticmethod
-    def wait(condition, patience):
-        end = time.monotonic() + patience
-        while not condition() and time.monotonic() < end:
-            time.sleep(0.1)
+    def hear(self):
+        new = marked(self.orca.said() + self.own.said())
+        self.heard += new
+        return new
 
     def wait_until_still(self, expected):
         rested = 0
-        heard = []
 
         def is_still():
-            nonlocal rested, heard
-            before, heard = heard, self.voices.new()
-            rested = 0 if heard != before else rested + self.desk.has_rested()
+            nonlocal rested
+            rested = 0 if self.hear() else rested + self.desk.has_rested()
             if self.recording or self.has_strayed:
                 return rested >= STILL_WHEN_RECORDING
-            return rested >= STILL and marked(heard) == expected
+            return rested >= STILL and self.heard == expected
 
-        self.wait(is_still, PATIENCE)
+        wait(is_still, PATIENCE)
 
     @property
     def has_strayed(self):
@@ -243,9 +273,10 @@ class Round:
 
     def listen(self, heading):
         self.wait_until_still(next(self.expected, None))
-        heard = [heading] + ["    " + line for line in marked(self.voices.take())]
-        print("\n".join(heard), flush=True)
-        self.said += heard
+        part = [heading] + ["    " + line for line in self.heard]
+        self.heard = []
+        print("\n".join(part), flush=True)
+        self.said += part
 
     def play(self, program, steps, environment):
         running = subprocess.Popen([program], env=environment)
@@ -272,23 +303,26 @@ def own_folders(name):
 def main():
     program, logs, speech, golden = sys.argv[1:5]
     recording = "--record" in sys.argv
-    voices = Voices(logs, speech)
-    voices.start_orca()
-    desk = Desk()
-    failed = 0
-    for name in sys.argv[5 + recording:] or ROUNDS:
-        file = Path(golden) / f"{name}.txt"
-        wanted = file.read_text().splitlines() if file.exists() else []
-        print(f"\n{name}")
-        played = Round(voices, desk, wanted, recording)
-        played.play(program, ROUNDS[name], own_folders(name))
-        voices.take()
-        if recording:
-            file.write_text("\n".join(played.said) + "\n")
-        elif played.said != wanted:
-            failed = 1
-            print("\n".join(difflib.unified_diff(wanted, played.said, "expected", "said", lineterm="")))
-    return failed
+    orca = Orca(logs)
+    own = OwnVoice(speech)
+    orca.start()
+    try:
+        names = sys.argv[5 + recording:] or ROUNDS
+        return sum(not is_as_golden(name, program, orca, own, Path(golden) / f"{name}.txt", recording) for name in names)
+    finally:
+        orca.end()
+
+
+def is_as_golden(name, program, orca, own, golden, recording):
+    print(f"\n{name}")
+    wanted = golden.read_text().splitlines() if golden.exists() else []
+    played = Round(orca, own, Desk(), wanted, recording)
+    played.play(program, ROUNDS[name], own_folders(name))
+    if recording:
+        golden.write_text("\n".join(played.said) + "\n")
+        return True
+    print("\n".join(difflib.unified_diff(wanted, played.said, "expected", "said", lineterm="")))
+    return played.said == wanted
 
 
 if __name__ == "__main__":
