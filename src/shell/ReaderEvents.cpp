@@ -29,14 +29,16 @@ void TellLine(QAbstractItemView& list) {
   PassOn(&line);
 }
 
-/// A field selects its text before the focus is told; the reader says the selection with the field.
-bool IsSelectionOfUnknownField(const QAccessibleEvent& event) {
-  return event.type() == QAccessible::TextSelectionChanged && qobject_cast<QLineEdit*>(event.object()) &&
-         qApp->property(Known).value<QObject*>() != event.object();
+/// A field selects its text before its focus is told, when the reader says the selection with the field; and it drops
+/// the selection when it is left.
+bool IsSelectionElsewhere(const QAccessibleEvent& event) {
+  if (event.type() != QAccessible::TextSelectionChanged) return false;
+  const auto* field = qobject_cast<QLineEdit*>(event.object());
+  return field && !(field->hasFocus() && qApp->property(Known).value<QObject*>() == field);
 }
 
 void PassOnTidied(QAccessibleEvent* event) {
-  if (IsSelectionOfUnknownField(*event)) return;
+  if (IsSelectionElsewhere(*event)) return;
   PassOn(event);
   if (event->type() != QAccessible::Focus || event->child() != NoChild) return;
   qApp->setProperty(Known, QVariant::fromValue(event->object()));
