@@ -3,8 +3,8 @@
 #include <QAbstractItemView>
 #include <QAccessible>
 #include <QApplication>
-#include <QLineEdit>
 #include <QVariant>
+#include <QWidget>
 
 namespace talnik {
 namespace {
@@ -33,7 +33,7 @@ void TellLine(QAbstractItemView& list) {
 /// the selection when it is left.
 bool IsSelectionElsewhere(const QAccessibleEvent& event) {
   if (event.type() != QAccessible::TextSelectionChanged) return false;
-  const auto* field = qobject_cast<QLineEdit*>(event.object());
+  const auto* field = qobject_cast<QWidget*>(event.object());
   return field && !(field->hasFocus() && qApp->property(Known).value<QObject*>() == field);
 }
 

@@ -4,10 +4,13 @@ of the daemon. Compared line by line with the golden files in the folder GOLDEN,
 
 import difflib
 import os
+import pty
 import re
 import subprocess
 import sys
+import threading
 import time
+import tty
 from datetime import datetime, timedelta
 from pathlib import Path
 
@@ -142,6 +145,8 @@ class Log:
 
 
 class Orca:
+    """The reader with its log, which it keeps back in blocks where it is a file; so it is a terminal, also kept as a file."""
+
     STARTED = "EVENT MANAGER: Activated"
 
     def __init__(self, folder):
@@ -150,12 +155,22 @@ class Orca:
 
     def start(self):
         self.starts += 1
-        self.log = Log(self.folder / f"orca{self.starts}.log")
+        copy = self.folder / f"orca{self.starts}.log"
+        reading, writing = pty.openpty()
+        tty.setraw(writing)
+        threading.Thread(target=self.copy, args=(reading, copy), daemon=True).start()
+        self.log = Log(copy)
         with open(self.folder / "orca.out", "a") as out:
-            self.running = subprocess.Popen(["orca", "--debug", f"--debug-file={self.log.path}"], stdout=out, stderr=out)
+            self.running = subprocess.Popen(["orca", "--debug", f"--debug-file={os.ttyname(writing)}"], stdout=out, stderr=out)
         self.unread = []
         if not wait(lambda: any(self.STARTED in line for line in self.look()), STARTING):
             raise AssertionError("Orca does not start")
+
+    @staticmethod
+    def copy(reading, path):
+        with open(path, "wb", buffering=0) as log:
+            while True:
+                log.write(os.read(reading, 65536))
 
     def end(self):
         self.running.terminate()
