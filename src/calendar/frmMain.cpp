@@ -168,12 +168,10 @@ void frmMain::StartCalendar() {
 
 /// The tray, the words of other processes, the alarms, the hot key and the clock.
 void frmMain::StartOutside() {
-  // By its name the desktop can show it in the size it wants.
-  const QIcon ownFile(platform_.shell->InstalledFolder() + u"icons/talnik.png"_qs);
-  setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName(), ownFile));
   platform_.trayIcon->LeftClick = [this] { TrayLeftClick(); };
   platform_.trayIcon->RightClick = [this] { TrayMenu(); };
-  platform_.trayIcon->Add(windowIcon(), tr("Talník"));
+  // To look for the icon takes longer than all the rest here, and the month is to be heard first.
+  QTimer::singleShot(TickInterval, this, [this] { ShowIcon(); });
   platform_.instance->Told = [this](const QString& word) { Told(word); };
 
   alarms_ = std::make_unique<AlarmQueue>(
@@ -198,6 +196,14 @@ void frmMain::StartOutside() {
   connect(&AutSync_Timer, &QTimer::timeout, this, [this] { AutSync_Timer_Timer(); });
   connect(&BackToMainTimer, &QTimer::timeout, this, [this] { BackToMainTimer_Timer(); });
   Timer1.start(TickInterval);
+}
+
+void frmMain::ShowIcon() {
+  if (ended_) return;
+  // By its name the desktop can show it in the size it wants.
+  const QIcon ownFile(platform_.shell->InstalledFolder() + u"icons/talnik.png"_qs);
+  setWindowIcon(QIcon::fromTheme(QGuiApplication::desktopFileName(), ownFile));
+  platform_.trayIcon->Add(windowIcon(), windowTitle());
 }
 
 void frmMain::ShowFirst() {

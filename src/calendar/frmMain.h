@@ -124,6 +124,7 @@ class frmMain : public QMainWindow, private TickHost {
   bool TellIfSecond();
   void StartCalendar();
   void StartOutside();
+  void ShowIcon();
   void ShowFirst();
   int CountTasks(const Date& day);
   SpawnTime Spawning() const;

@@ -130,11 +130,10 @@ int LargestFit(int points, const std::function<bool(const QFontMetrics&)>& fits)
   QFont font(u"Arial"_qs);
   int fitting = 8;
   int tooLarge = std::min(points, LargestType) + 1;
-  // Halving: every size that is tried costs the loading of its type.
-  while (fitting + 1 < tooLarge) {
-    const int middle = (fitting + tooLarge) / 2;
-    font.setPointSize(middle);
-    (fits(QFontMetrics(font)) ? fitting : tooLarge) = middle;
+  // Every size that is tried costs the loading of its type: the wanted one, which mostly fits, then by halves.
+  for (int tried = tooLarge - 1; fitting + 1 < tooLarge; tried = (fitting + tooLarge) / 2) {
+    font.setPointSize(tried);
+    (fits(QFontMetrics(font)) ? fitting : tooLarge) = tried;
   }
   return fitting;
 }

@@ -50,7 +50,7 @@ TEST_F(Life, AFirstRunMakesItsData) {
   EXPECT_TRUE(QFile::exists(InData("Names.dat")));
   EXPECT_TRUE(QFile::exists(InData("Record")));
   EXPECT_EQ(RowCount(), 0);
-  EXPECT_TRUE(world_.trayIcon.There && world_.braille.Active);
+  EXPECT_TRUE(FormDriver::Until([this] { return world_.trayIcon.There; }) && world_.braille.Active);
   EXPECT_EQ(world_.trayIcon.Tip, u"Talník"_qs);
   EXPECT_EQ(world_.keyboardHook.Watched, 0);
 }
