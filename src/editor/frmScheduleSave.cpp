@@ -9,7 +9,6 @@
 #include "shell/Paths.h"
 #include "shell/VoiceDialog.h"
 #include "store/Recordset.h"
-#include "store/Statements.h"
 #include "store/Text.h"
 
 #include <QLineEdit>
@@ -137,7 +136,9 @@ bool frmSchedule::WriteRow(RowWrite write, const RecordFields& fields) {
 }
 
 bool frmSchedule::WriteNewRecord(const RecordFields& fields) {
-  auto table = Recordset::Open(context_.store, statements::All());
+  // Behind a new record the list is the whole table. Nobody goes through it any more: all that still counts is whether
+  // it is long enough to return to the month.
+  auto table = Recordset::Open(context_.store, {u"SELECT * FROM schedule ORDER BY rowid LIMIT 2"_qs, {}});
   if (!table || !SaveNewRecord(context_.store, *table, fields, RepeatRule(), Spawning())) return false;
   Data1 = std::move(table);
   bNew = false;
