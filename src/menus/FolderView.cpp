@@ -1,5 +1,7 @@
 #include "menus/FolderView.h"
 
+#include "shell/LineDelegate.h"
+
 namespace talnik {
 
 int FolderModel::rowCount(const QModelIndex& parent) const {
@@ -24,9 +26,9 @@ FolderView::FolderView(QWidget* parent) : QListView(parent), model_(this) {
   setModel(&model_);
   setSelectionMode(SingleSelection);
   setEditTriggers(NoEditTriggers);
-  setUniformItemSizes(true);
-  setTextElideMode(Qt::ElideMiddle);
-  setHorizontalScrollBarPolicy(Qt::ScrollBarAlwaysOff);
+  setWordWrap(true);
+  setResizeMode(Adjust);
+  setItemDelegate(new LineDelegate(this));
 }
 
 void FolderView::Show(const QList<Folders::Entry>& lines, int row) {

@@ -1,6 +1,7 @@
 #include "menus/fFileOpen.h"
 
 #include "menus/FolderView.h"
+#include "shell/LineDelegate.h"
 #include "shell/TextControls.h"
 #include "shell/VoiceDialog.h"
 
@@ -117,12 +118,14 @@ void fFileOpen::GoToDrive() {
   Walk({places_[row].path}, QString(), Reach::NearestLeft);
 }
 
-/// The list has no name from its label for screen readers.
+/// Screen readers get no name of the list from its label, and none of the breaks that the eye needs.
 void fFileOpen::ShowHeading(const QString& prefix) {
-  lblFolder->setText(prefix + QString(heading_).replace(u'&', u"&&"_qs));
+  const QString heading = LetterWidths(lblFolder->font()).WithBreaks(heading_, dirList->minimumWidth());
+  lblFolder->setText(prefix + QString(heading).replace(u'&', u"&&"_qs));
+  lblFolder->setAccessibleName(QString(prefix).remove(u'&') + heading_);
   // As it stands: the name of a folder may look like the marks of rich text.
   lblFolder->setToolTip(Qt::convertFromPlainText(folder_));
-  dirList->setAccessibleName(QString(prefix).remove(u'&') + heading_);
+  dirList->setAccessibleName(lblFolder->accessibleName());
 }
 
 void fFileOpen::FocusList() {

@@ -99,6 +99,7 @@ void fFileOpen::BuildControls() {
   lblFilter = AddLabel("lblFilter", tr("&Filtr:"), cbFilter);
   lblName = AddLabel("lblName", tr("&Jméno souboru:"), Text1);
   lblFind = AddLabel("lblFind", tr("&Hledat jméno:"), txtFind);
+  lblFolder->setWordWrap(true);
   Command1->setDefault(true);
   BuildFilter();
   ListPlaces();
@@ -120,8 +121,6 @@ QLabel* fFileOpen::AddLabel(const char* name, const QString& caption, QWidget* b
   auto* label = new QLabel(caption, this);
   NameControl(label, QString::fromLatin1(name));
   label->setBuddy(buddy);
-  // A long name is cut off rather than widen the window beyond the screen.
-  label->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
   return label;
 }
 
@@ -142,7 +141,6 @@ void fFileOpen::LayOut() {
   grid->setRowStretch(row - 1, 1);
   for (const auto& [label, control] : std::initializer_list<std::pair<QLabel*, QWidget*>>{
            {lblFilter, cbFilter}, {lblName, Text1}, {lblFind, txtFind}}) {
-    label->setSizePolicy(QSizePolicy::Minimum, QSizePolicy::Preferred);
     grid->addWidget(label, row, 0);
     grid->addWidget(control, row, 1, 1, control == txtFind ? 1 : 2);
     if (control == txtFind) grid->addWidget(cmdFind, row, 2);

@@ -1,6 +1,7 @@
 #include "shell/FitWindow.h"
 
 #include <QBoxLayout>
+#include <QEvent>
 #include <QGridLayout>
 #include <QGuiApplication>
 #include <QLabel>
@@ -41,10 +42,25 @@ int MarginsAround(const QWidget* widget) {
   return margins;
 }
 
+/// The view that a window too large for its screen is scrolled in.
+constexpr QLatin1String ViewName("RoomView");
+
+/// What holds the controls: the window, or what its view scrolls.
+QWidget& HolderOf(QWidget& window) {
+  const auto* view = window.findChild<QScrollArea*>(ViewName, Qt::FindDirectChildrenOnly);
+  return view ? *view->widget() : window;
+}
+
+/// The least height at this width: a text that wraps needs the more, the narrower it is.
+int HeightAt(const QWidget& holder, int width) {
+  const QLayout& layout = *holder.layout();
+  return layout.hasHeightForWidth() ? layout.totalMinimumHeightForWidth(width) : holder.minimumSizeHint().height();
+}
+
 /// The width that the controls may take; those that are scrolled leave some to the bar.
-int WidthFor(const QWidget& window, const QSize& room) {
-  const bool scrolled = window.minimumSizeHint().height() > room.height();
-  return room.width() - (scrolled ? window.style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0);
+int WidthFor(const QWidget& holder, const QSize& room) {
+  const bool scrolled = !holder.isWindow() || HeightAt(holder, room.width()) > room.height();
+  return room.width() - (scrolled ? holder.style()->pixelMetric(QStyle::PM_ScrollBarExtent) : 0);
 }
 
 /// Puts what stands in the columns of a grid into one column, in the order of reading.
@@ -95,33 +111,47 @@ void TellAround(QWidget* widget) {
 }
 
 /// Only rows that are too wide themselves: their neighbours are read more easily as they are.
-void NarrowRows(QWidget& window, const QSize& room) {
-  for (QLayout* layout : InnerFirst(window.layout())) {
+void NarrowRows(QWidget& holder, const QSize& room) {
+  for (QLayout* layout : InnerFirst(holder.layout())) {
     QWidget* owner = layout->parentWidget();
     const bool nested = layout != owner->layout();
     const QMargins side = nested ? owner->layout()->contentsMargins() : QMargins();
     const int around = MarginsAround(owner) + side.left() + side.right();
-    if (layout->totalMinimumSize().width() > WidthFor(window, room) - around) {
+    if (layout->totalMinimumSize().width() > WidthFor(holder, room) - around) {
       StandOnEnd(layout);
       TellAround(owner);
     }
   }
 }
 
-void WrapLabels(QWidget& window, const QSize& room) {
-  for (auto* label : window.findChildren<QLabel*>()) {
-    if (label->minimumSizeHint().width() > WidthFor(window, room) - MarginsAround(label)) label->setWordWrap(true);
+void WrapLabels(QWidget& holder, const QSize& room) {
+  for (auto* label : holder.findChildren<QLabel*>()) {
+    if (label->wordWrap() || label->minimumSizeHint().width() <= WidthFor(holder, room) - MarginsAround(label))
+      continue;
+    label->setWordWrap(true);
     TellAround(label->parentWidget());
   }
 }
+
+/// What is scrolled tells the window when it needs another size.
+class Scrolled : public QWidget {
+ protected:
+  bool event(QEvent* event) override {
+    const bool done = QWidget::event(event);
+    if (event->type() == QEvent::LayoutRequest)
+      QCoreApplication::postEvent(window(), new QEvent(QEvent::LayoutRequest));
+    return done;
+  }
+};
 
 /// Moves all of a window but its menus into a view that follows the focus.
 void PutIntoScrollArea(QWidget* window) {
   const QPointer<QWidget> focus = window->focusWidget();
   QWidget* menuBar = window->layout()->menuBar();
   window->layout()->setMenuBar(nullptr);
-  auto* inside = new QWidget;
+  auto* inside = new Scrolled;
   auto* area = new QScrollArea(window);
+  area->setObjectName(ViewName);
   area->setFocusPolicy(Qt::NoFocus);
   area->setFrameShape(QFrame::NoFrame);
   area->setWidgetResizable(true);
@@ -149,18 +179,31 @@ QRect RoomOnScreen(const QWidget& window) {
   return window.screen()->availableGeometry().adjusted(side, 0, -side, -title);
 }
 
-bool FitIntoRoom(QWidget& window) {
-  window.layout()->activate();
+QSize WithRoomForText(const QWidget& window, const QSize& size) {
   const QSize room = RoomOnScreen(window).size();
-  if (window.minimumSizeHint().width() > WidthFor(window, room)) {
-    NarrowRows(window, room);
-    WrapLabels(window, room);
-    window.layout()->activate();
+  const QSize fitting = size.boundedTo(room);
+  const int width = HeightAt(window, fitting.width()) <= room.height() ? fitting.width() : room.width();
+  return QSize(width, std::max(fitting.height(), HeightAt(window, width))).boundedTo(room);
+}
+
+void FitIntoRoom(QWidget& window) {
+  QWidget& holder = HolderOf(window);
+  holder.layout()->activate();
+  const QSize room = RoomOnScreen(window).size();
+  if (holder.minimumSizeHint().width() > WidthFor(holder, room)) {
+    NarrowRows(holder, room);
+    WrapLabels(holder, room);
+    holder.layout()->activate();
   }
-  const QSize needed = window.minimumSizeHint();
-  if (needed.width() <= room.width() && needed.height() <= room.height()) return false;
+  if (!holder.isWindow()) {
+    if (holder.minimumSizeHint().width() > holder.parentWidget()->width()) window.resize(room);
+    return;
+  }
+  const bool fits = window.minimumSizeHint().width() <= room.width() && HeightAt(window, room.width()) <= room.height();
+  if (fits) return;
   PutIntoScrollArea(&window);
-  return true;
+  // The bar takes from the width, so there is all of it.
+  if (!window.isMaximized()) window.resize(room);
 }
 
 }  // namespace talnik

@@ -3,6 +3,7 @@
 #include "shell/FitWindow.h"
 
 #include <QComboBox>
+#include <QEvent>
 #include <QGuiApplication>
 #include <QLabel>
 #include <QLayout>
@@ -29,6 +30,13 @@ double Contrast(const QColor& one, const QColor& other) {
   const double a = Luminance(one);
   const double b = Luminance(other);
   return (std::max(a, b) + 0.05) / (std::min(a, b) + 0.05);
+}
+
+/// Desktops shorten a title that is wider than its window. In what type they write it they do not tell; hardly in a
+/// larger one than ours.
+int WidthForTitle(const QWidget& window) {
+  constexpr int buttons = 130;
+  return window.fontMetrics().horizontalAdvance(window.windowTitle()) + buttons;
 }
 
 QString LookSheet(const CommonSettings& look, int points) {
@@ -103,13 +111,35 @@ void Form::ShowAndGoOn() {
 
 void Form::TakeRoom() {
   ensurePolished();
-  if (layout() && FitIntoRoom(*this)) resize(RoomOnScreen(*this).size());
+  if (layout()) FitIntoRoom(*this);
   FitToScreen();
+  takesRoom_ = true;
+}
+
+bool Form::event(QEvent* event) {
+  const bool done = QDialog::event(event);
+  if (event->type() == QEvent::LayoutRequest && takesRoom_ && isVisible()) StayInRoom();
+  return done;
+}
+
+/// The toolkit lets a window grow with its controls, over the edges of the screen too.
+void Form::StayInRoom() {
+  const QRect room = RoomOnScreen(*this);
+  FitIntoRoom(*this);
+  if (isMaximized() || isFullScreen()) return;
+  resize(WithRoomForText(*this, size()));
+  QRect place(pos(), size());
+  place.moveRight(std::min(place.right(), room.right()));
+  place.moveBottom(std::min(place.bottom(), room.bottom()));
+  place.moveLeft(std::max(place.left(), room.left()));
+  place.moveTop(std::max(place.top(), room.top()));
+  if (place.topLeft() != pos()) move(place.topLeft());
 }
 
 void Form::FitToScreen() {
   const QRect room = RoomOnScreen(*this);
-  resize(sizeHint().expandedTo(size()).boundedTo(room.size()));
+  const QSize wanted = sizeHint().expandedTo(size()).expandedTo({WidthForTitle(*this), 0});
+  resize(layout() ? WithRoomForText(*this, wanted) : wanted.boundedTo(room.size()));
   move(room.center() - rect().center());
 }
 

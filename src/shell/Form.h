@@ -35,6 +35,7 @@ class Form : public QDialog {
   void ShowAndGoOn();
   /// Takes the size that the controls want now, in the middle of the screen.
   void FitToScreen();
+  bool event(QEvent* event) override;
 
   Speech& speech() const { return services_.speech; }
   Dialogs& dialogs() const { return services_.dialogs; }
@@ -44,9 +45,11 @@ class Form : public QDialog {
 
  private:
   void TakeRoom();
+  void StayInRoom();
 
   FormServices& services_;
   ControlEvents events_;
+  bool takesRoom_ = false;
 };
 
 /// Gives a control its object name and, where it has no label of its own, its accessible name.

@@ -1,5 +1,7 @@
 #include "shell/TextControls.h"
 
+#include "shell/LineDelegate.h"
+
 #include <QMouseEvent>
 
 #include <algorithm>
@@ -8,9 +10,9 @@ namespace talnik {
 
 ListBox::ListBox(QWidget* parent) : QListWidget(parent) {
   setSelectionMode(SingleSelection);
-  // A line that is wider than the list goes on below.
   setWordWrap(true);
   setResizeMode(Adjust);
+  setItemDelegate(new LineDelegate(this));
   connect(this, &QListWidget::currentRowChanged, this, [this](int row) {
     if (row >= 0) Q_EMIT Click();
   });

@@ -1,5 +1,6 @@
 #include "shell/frmProgress.h"
 
+#include "shell/FitWindow.h"
 #include "shell/Texts.h"
 #include "shell/cStandardEditBox.h"
 
@@ -105,7 +106,13 @@ void frmProgress::TellTens() {
   if (!speech().IsSpeaking()) speech().Say(Text1->text());
 }
 
+/// The field grows with what stands in it, as far as the screen has room.
 void frmProgress::ShowStatus(const QString& status) {
+  constexpr int frame = 20;
+  constexpr int margins = 60;
+  Text1->ensurePolished();
+  const int needed = Text1->fontMetrics().horizontalAdvance(status) + frame;
+  Text1->setMinimumWidth(std::max(Text1->minimumWidth(), std::min(needed, RoomOnScreen(*this).width() - margins)));
   const int caret = Text1->cursorPosition();
   Text1->setText(status);
   Text1->setCursorPosition(std::min(caret, static_cast<int>(status.size())));

@@ -1,4 +1,7 @@
 #include "calendar/MainWindow.h"
+#include "recurrence/frmDeleteRecurrentEvent.h"
+#include "shell/frmProgress.h"
+#include "support/FormWorld.h"
 
 #include <QAbstractButton>
 #include <QAction>
@@ -60,13 +63,15 @@ void ExpectWholeLines(const QWidget& window) {
       EXPECT_TRUE(bar->rect().contains(bar->actionGeometry(title))) << title->text().toStdString();
     }
   }
-  for (const auto* list : window.findChildren<ListBox*>()) {
-    for (int row = 0; list->isVisible() && row < list->ListCount(); ++row) {
-      const QRect line = list->visualItemRect(list->item(row));
+  for (const auto* list : window.findChildren<QListView*>()) {
+    for (int row = 0; list->isVisible() && row < list->model()->rowCount(); ++row) {
+      const QModelIndex index = list->model()->index(row, 0);
+      const QString text = index.data().toString();
+      const QRect line = list->visualRect(index);
       EXPECT_LE(line.width(), list->viewport()->width());
-      const QRect room(0, 0, line.width(), 0);
-      const QRect text = list->fontMetrics().boundingRect(room, Qt::TextWordWrap, list->Line(row));
-      EXPECT_GE(line.height() + list->fontMetrics().leading(), text.height()) << list->Line(row).toStdString();
+      const int flags = Qt::TextWordWrap | Qt::TextWrapAnywhere;
+      const QRect needed = list->fontMetrics().boundingRect(QRect(0, 0, line.width(), 0), flags, text);
+      EXPECT_GE(line.height() + list->fontMetrics().leading(), needed.height()) << text.toStdString();
     }
   }
 }
@@ -75,7 +80,9 @@ void ExpectWholeLines(const QWidget& window) {
 void ExpectReadable(QWidget& window) {
   FormDriver::Settle();
   SCOPED_TRACE(window.objectName().toStdString());
-  EXPECT_TRUE(window.screen()->availableGeometry().contains(window.geometry()));
+  const QRect screen = window.screen()->availableGeometry();
+  EXPECT_TRUE(screen.contains(window.geometry()));
+  EXPECT_GE(window.width(), std::min(WidthOf(window, window.windowTitle()), screen.width() - 20));
   for (const auto* area : window.findChildren<QScrollArea*>()) EXPECT_EQ(area->horizontalScrollBar()->maximum(), 0);
   for (const QWidget* control : window.findChildren<QWidget*>()) {
     if (!control->isVisible() || !HoldsText(*control) || IsPart(*control)) continue;
@@ -88,6 +95,9 @@ void ExpectReadable(QWidget& window) {
   }
   ExpectWholeLines(window);
 }
+
+/// Nothing in it where a line may end.
+const QString LongWord = QString(60, u'm');
 
 class Screens : public MainWindow {
  protected:
@@ -116,7 +126,8 @@ class Screens : public MainWindow {
 };
 
 TEST_F(Screens, EveryWindowIsReadableInItsLargestType) {
-  const QString text = u"Návštěva u lékaře, o které se dá napsat víc než na jeden řádek"_qs;
+  const QString text = u"Návštěva u lékaře, o které se dá napsat víc než na jeden řádek, viz "_qs + LongWord;
+  world_.folders.Add(u"/home/eva/"_qs + LongWord + u"/Zápis "_qs + LongWord + u".csv"_qs);
   Add(text, u"15.1.2024 9:00"_qs);
   Add(text, u"15.1.2024 8:45"_qs, {}, u"15.1.2024 8:30:01"_qs);
   Start();
@@ -129,12 +140,17 @@ TEST_F(Screens, EveryWindowIsReadableInItsLargestType) {
   });
   Choose("mnuSettings");
   for (const char* command : {"mnuTimeOut", "mnuSetTime", "mnuDingHour", "mnuSetDate", "mnuHolFind", "mnuSetSysDate",
-                              "mnuHelpCheckUpdate", "mnuSearchRecord", "mnuSpareTime", "mnuImport"}) {
+                              "mnuHelpCheckUpdate", "mnuSearchRecord", "mnuSpareTime"}) {
     ExpectWindow();
     Choose(command);
     FormDriver::Settle();
     EXPECT_TRUE(user_.AllCame()) << command;
   }
+  ExpectWindow([this](QWidget& picker) {
+    user_.Act(u"Return"_qs, &picker);
+    ExpectReadable(picker);
+  });
+  Choose("mnuImport");
   ExpectWindow([this](QWidget& editor) {
     for (const char* button : {"cmdPickDate1", "cmdRepeat"}) Press(editor, button);
   });
@@ -152,6 +168,27 @@ TEST_F(Screens, EveryWindowIsReadableInItsLargestType) {
   EXPECT_EQ(seen_.join(u' ').toStdString(),
             "fFileOpen frmAction frmAlarmBox frmDayView frmDingPeriod frmFindHolDay frmLapTime frmMsg12 frmPickDate "
             "frmRepeat frmSchedule frmSearchRecord frmSetSysDate frmSetSysTime frmSettings frmStopWatch");
+}
+
+TEST(ScreensOfWindows, ThatGrowKeepTheirPlace) {
+  FormWorld w;
+  int choice = 0;
+  frmDeleteRecurrentEvent question(w.services, choice);
+  question.SetCaptionForEdit();
+  w.driver.Expect([](QWidget* dialog) {
+    ExpectReadable(*dialog);
+    dialog->close();
+  });
+  question.Run();
+
+  frmProgress progress(w.services, u"Synchronizace s kalendářem Google"_qs);
+  progress.Open(Qt::NonModal);
+  const QString phase = u"Načítání do talníku, které trvá. "_qs;
+  for (const int times : {1, 3, 40, 200}) {
+    progress.Label1->setText(phase.repeated(times));
+    progress.ShowStatus(QString(phase.repeated(times)).remove(u' '));
+    ExpectReadable(progress);
+  }
 }
 
 }  // namespace

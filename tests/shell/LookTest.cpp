@@ -1,5 +1,6 @@
 #include "shell/Form.h"
 #include "shell/TextControls.h"
+#include "shell/frmProgress.h"
 #include "support/Contrast.h"
 #include "support/FormWorld.h"
 
@@ -88,6 +89,16 @@ TEST(Look, EveryStateOfEveryControlStandsOut) {
     ExpectToStandOut(control, framed, name + " selected");
     control->setEnabled(false);
     ExpectToStandOut(control, framed, name + " unavailable");
+  }
+}
+
+TEST(Look, TheBarOfProgressStandsOut) {
+  FormWorld w;
+  frmProgress form(w.services, u"Průběh"_qs);
+  form.Open(Qt::NonModal);
+  for (const int percent : {0, 50}) {
+    form.SetShape(percent, 100);
+    ExpectToStandOut(form.Shape1->parentWidget(), percent == 0, std::to_string(percent) + " percent");
   }
 }
 
