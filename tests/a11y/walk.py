@@ -1,6 +1,8 @@
-"""walk.py PROGRAM   Opens every window of the program by keys, asks the accessibility bus what is in it, and goes round
-it with Tab. Prints what is wrong and ends with 1; the checks are the functions of CHECKS."""
+"""walk.py PROGRAM [PICTURES]   Opens every window of the program by keys, asks the accessibility bus what is in it, and
+goes round it with Tab. Prints what is wrong and ends with 1; the checks are the functions of CHECKS. Puts a picture of
+each window into the folder PICTURES."""
 
+import os
 import subprocess
 import sys
 from datetime import datetime, timedelta
@@ -15,8 +17,8 @@ from tree import choose, describe, has, press, type_text, wait
 PICKER = None
 IN_MENU = {
     "Úkoly (": "Vybraný den", "předchozí měsíc": "Měsíc  předchozí", "další měsíc": "Měsíc další",
-    "Nastavit opakování": "Opakování", "Nahrávání": "Nahrát", "Uložit": "Uložit", "Storno": "Zavřít Plán",
-    "Vybrat datum a čas": PICKER,
+    "Nastavit opakování": "Opakování", "Upravit opakování": "Opakování", "Nahrávání": "Nahrát", "Uložit": "Uložit",
+    "Storno": "Zavřít Plán", "Vybrat datum a čas": PICKER,
 }
 # No stop for Tab: another key leads there.
 OTHER_WAY = {("alarm", "Událost"): "Return"}
@@ -130,6 +132,9 @@ class Walk:
     def check(self, what):
         wait(lambda: tree.focused(self.window), f"a focus in {what}")
         self.seen += 1
+        if len(sys.argv) > 2:
+            picture = f"{sys.argv[2]}/{self.seen:02} {what}.png"
+            subprocess.run(["import", "-window", "root", picture], check=True)
         for check in CHECKS:
             self.faults += [f"{what}: {fault}" for fault in check(self.window, what)]
 
@@ -149,6 +154,21 @@ class Walk:
         self.come_to_new(what)
         self.check(what)
 
+    def push(self, caption):
+        """Goes to the button by Tab and presses it."""
+        for _ in tree.controls(self.window):
+            if tree.focused(self.window).name.startswith(caption):
+                break
+            before = tree.focused(self.window)
+            press("Tab")
+            wait(lambda before=before: tree.focused(self.window) not in (None, before), "Tab to move")
+        press("space")
+
+    def open_by_button(self, what, caption):
+        self.push(caption)
+        self.come_to_new(what)
+        self.check(what)
+
     def back_to(self, window, what, *keys):
         press(*keys)
         wait(lambda: tree.active() == window, f"the keyboard back in {what}")
@@ -164,20 +184,58 @@ class Walk:
             self.faults.append(f"back in the month list: told of {self.focus.heard}, not of a day")
 
 
-def enter_task(walk, main):
+def enter_series(walk, main):
     walk.open("time of a task", "Úkoly", "Nový")
-    press("Return")
+    entry = walk.window
+    type_text("2000")
+    walk.open_by_button("end of a task", "Koncový")
+    walk.back_to(entry, "the time", "Escape")
+    walk.push("Nastavit")
     walk.come_to_new("editor")
     editor = walk.window
     type_text("Lekar")
     walk.check("editor of a new task")
     walk.open("repeat", "Úpravy", "Opakování")
-    walk.back_to(editor, "the editor", "Escape")
-    press("Tab")
-    walk.open("date picker", by=["Return"])
+    walk.back_to(editor, "the editor", "Return")
+    walk.open_by_button("date picker", "Vybrat datum")
     walk.back_to(editor, "the editor", "Escape")
     choose(editor, "Záznam", "Uložit")
     walk.back_to(main, "the month list")
+
+
+def change_series(walk, main):
+    walk.open("editor", "Úkoly", "Vybraný den")
+    editor = walk.window
+    walk.open("deletion of a series", "Úpravy", "Smaž aktuální")
+    walk.back_to(editor, "the editor", "Escape")
+    type_text("u")
+    walk.open("change of a series", "Záznam", "Uložit")
+    walk.back_to(editor, "the editor", "Escape")
+    walk.back_to(main, "the month list", "Escape")
+
+
+def take_laps(walk, main):
+    walk.open("stopwatch", "Čas", "Stopky")
+    watch = walk.window
+    press("F3", "F4", "F4", "F3")
+    walk.open("lap times", by=["F4"])
+    laps = walk.window
+    file = os.environ["DESK"] + "/laps.txt"
+    walk.open_by_button("save laps", "Uložit")
+    type_text(file)
+    walk.back_to(laps, "the laps", "Return")
+    press("space")
+    walk.come_to_new("save laps")
+    picker = walk.window
+    type_text(file)
+    walk.open("question whether to overwrite", by=["Return"])
+    walk.back_to(picker, "the picker", "Escape")
+    press("ctrl+a")
+    type_text("/proc/laps.txt")
+    walk.open("file that cannot be written", by=["Return"])
+    walk.back_to(laps, "the laps", "Return")
+    walk.back_to(watch, "the stopwatch", "Escape")
+    walk.back_to_list(main, "Escape")
 
 
 def ring_alarm(walk, main):
@@ -197,18 +255,24 @@ def ring_alarm(walk, main):
     walk.check("alarm")
     press("Return")
     walk.check("alarm, shown")
+    alarm = walk.window
+    walk.open("delay of an alarm", by=["F9"])
+    walk.open_by_button("date of a delay", "Vybrat datum")
+    walk.back_to(alarm, "the alarm", "Escape")
     walk.back_to(main, "the month list", "Escape")
 
 
+# The windows that a command opens, and what their buttons open.
 WINDOWS = [
-    ("editor", ["Úkoly", "Vybraný den"]), ("day overview", ["Úkoly", "Denní přehled"]),
-    ("search", ["Úkoly", "Vyhledat"]), ("question", ["Úkoly", "Smazat úkoly"]), ("stopwatch", ["Čas", "Stopky"]),
-    ("countdown", ["Čas", "Minutky"]), ("time of the system", ["Čas", "Nastavit čas"]),
-    ("hour announcements", ["Čas", "Oznamovat"]), ("go to a day", ["Datum", "Přejít"]),
-    ("search a name", ["Datum", "Hledej svátek"]), ("date of the system", ["Datum", "Nastavit datum"]),
-    ("open a file", ["Talník", "Import", "Soubor"]), ("save a file", ["Talník", "Export", "Soubor"]),
-    ("settings", ["Talník", "Nastavení programu"]), ("settings of the account", ["Talník", "Nastavení účtu"]),
-    ("message", ["Nápověda", "O programu"]),
+    ("day overview", ["Úkoly", "Denní přehled"], []), ("search", ["Úkoly", "Vyhledat"], []),
+    ("question", ["Úkoly", "Smazat úkoly"], []), ("countdown", ["Čas", "Minutky"], []),
+    ("time of the system", ["Čas", "Nastavit čas"], []),
+    ("hour announcements", ["Čas", "Oznamovat"], [("choice of a sound", "Procházet")]),
+    ("go to a day", ["Datum", "Přejít"], []), ("search a name", ["Datum", "Hledej svátek"], []),
+    ("date of the system", ["Datum", "Nastavit datum"], []), ("open a file", ["Talník", "Import", "Soubor"], []),
+    ("save a file", ["Talník", "Export", "Soubor"], []), ("settings", ["Talník", "Nastavení programu"], []),
+    ("settings of the account", ["Talník", "Nastavení účtu"], []), ("message", ["Nápověda", "O programu"], []),
+    ("progress", ["Talník", "Synchronizace"], []),
 ]
 
 
@@ -218,9 +282,15 @@ def main():
         walk = Walk()
         first = walk.window
         walk.check("month list")
-        enter_task(walk, first)
-        for what, path in WINDOWS:
+        enter_series(walk, first)
+        change_series(walk, first)
+        take_laps(walk, first)
+        for what, path, buttons in WINDOWS:
             walk.open(what, *path)
+            window = walk.window
+            for inner, caption in buttons:
+                walk.open_by_button(inner, caption)
+                walk.back_to(window, what, "Escape")
             walk.back_to_list(first, "Escape")
         walk.open("how to close", by=["alt+F4"])
         walk.back_to_list(first, "Escape")
