@@ -14,7 +14,7 @@ export DESK
 family=$DESK/family data=$XDG_DATA_HOME/Orvel1/TALNIK
 mkdir -p "$family/googleaccess/calendar" "$data" "$XDG_CONFIG_HOME/Quenta"
 ln -s "$(dirname "$(realpath "$1")")"/share/talnik/* "$family"
-ln -s "$2" "$family/googleaccess/calendar/CalendarAgent.exe"
+ln -s "$(realpath -e "$2")" "$family/googleaccess/calendar/CalendarAgent.exe"
 printf 'request %s\nsay %%1;2\nhear %s\n' "$data/GoogleAccess.ini" "$DESK/heard" >"$family/agent.script"
 printf '[Software\\Quenta\\Common1]\nPath=%s\n' "$family" >"$XDG_CONFIG_HOME/Quenta/registry.ini"
 printf '[Application]\nUser=jana\n' >"$data/talnik.ini"
