@@ -125,15 +125,18 @@ QAction* NextWithLetter(const QWidget& menu, const QAction* current, const QStri
   return nullptr;
 }
 
-/// The largest type up to `points` in which something fits; 8 when nothing does.
-int LargestFit(int points, const std::function<bool(const QFontMetrics&)>& fits) {
+/// The largest type up to `points` in which what needs so much room fits into it; 8 when none does.
+int LargestFit(int points, int room, const std::function<int(const QFontMetrics&)>& needed) {
   QFont font(u"Arial"_qs);
   int fitting = 8;
   int tooLarge = std::min(points, LargestType) + 1;
-  // Every size that is tried costs the loading of its type: the wanted one, which mostly fits, then by halves.
-  for (int tried = tooLarge - 1; fitting + 1 < tooLarge; tried = (fitting + tooLarge) / 2) {
+  // Every size that is tried costs the loading of its type: the wanted one, which mostly fits, then what the last one
+  // lets expect.
+  for (int tried = tooLarge - 1; fitting + 1 < tooLarge;) {
     font.setPointSize(tried);
-    (fits(QFontMetrics(font)) ? fitting : tooLarge) = tried;
+    const int width = std::max(needed(QFontMetrics(font)), 1);
+    (width <= room ? fitting : tooLarge) = tried;
+    tried = std::clamp(tried * room / width, fitting + 1, std::max(tooLarge - 1, fitting + 1));
   }
   return fitting;
 }
@@ -284,10 +287,10 @@ void OwnMenus::OpenBar(QMenuBar* bar) {
 void OwnMenus::FitBar(QMenuBar* bar) {
   constexpr int padding = 24;
   const int room = bar->window()->isVisible() ? bar->width() : bar->screen()->availableSize().width();
-  const int points = LargestFit(look_.MenuSize, [&](const QFontMetrics& metrics) {
+  const int points = LargestFit(look_.MenuSize, room, [&](const QFontMetrics& metrics) {
     int needed = 0;
     for (const QAction* action : Reachable(*bar)) needed += metrics.horizontalAdvance(action->text()) + padding;
-    return needed <= room;
+    return needed;
   });
   SetSheet(bar, MenuSheet(look_) + u" QMenuBar { font-size: %1pt; }"_qs.arg(points));
 }
@@ -296,7 +299,7 @@ void OwnMenus::FitBar(QMenuBar* bar) {
 void OwnMenus::FitMenu(QMenu* menu) {
   constexpr int padding = 120;
   const int room = menu->screen()->availableSize().width();
-  const int points = LargestFit(look_.MenuSize, [&](const QFontMetrics& metrics) {
+  const int points = LargestFit(look_.MenuSize, room, [&](const QFontMetrics& metrics) {
     // The keys stand in a column of their own behind the longest caption.
     int captions = 0;
     int keys = 0;
@@ -304,7 +307,7 @@ void OwnMenus::FitMenu(QMenu* menu) {
       captions = std::max(captions, metrics.horizontalAdvance(item->text().section(u'\t', 0, 0)));
       keys = std::max(keys, metrics.horizontalAdvance(item->text().section(u'\t', 1)));
     }
-    return captions + keys + padding <= room;
+    return captions + keys + padding;
   });
   const QString sheet = popups_.contains(menu) ? MenuSheet(look_) : QString();
   SetSheet(menu, sheet + (points < look_.MenuSize ? u" QMenu { font-size: %1pt; }"_qs.arg(points) : QString()));
