@@ -21,6 +21,9 @@ STARTING = 60
 # After the last word so many looks, a tenth of a second apart, at a desk that rests.
 STILL = 2
 STILL_WHEN_RECORDING = 6
+# Orca goes by the clock in places, and the toolkit waits for it no longer than a moment; on a machine with much other work
+# it may say something else, but not each time.
+ATTEMPTS = 3
 KEY = "  ["
 OWN = "vlastní hlas: "
 
@@ -39,7 +42,8 @@ def wait(condition, patience):
     return False
 
 
-NEW_TASK = ["F10", "Right", "Right", "Right", "Right", "Down", "Return", "'2015", "Return"]
+NEW_TASK = ["F10", "Right", "Right", "Right", "Right", "Down", "Return", "'20", "'1", "'5", "Return"]
+TO_ANOTHER_DAY = ["F10", "Right", "Right", "Right", "Down", "Return", "'12", "Tab", "'5", "Tab", "'2038", "Return"]
 SAVE = ["F10", "Down", "Up", "Up", "Return"]
 RINGS = "the alarm rings"
 ORCA_ENDS = "Orca ends"
@@ -48,8 +52,7 @@ ORCA_STARTS = "Orca starts"
 ROUNDS = {
     "month": [
         ("the program starts", []),
-        ("to another day", ["F10", "Right", "Right", "Right", "Down", "Return", "ctrl+a", "'12", "Tab", "'5", "Tab",
-                            "'2038", "Return"]),
+        ("to another day", TO_ANOTHER_DAY),
         ("through the month", ["Down", "Up", "Next", "Prior", "Right", "Left", "Home", "Up", "Down", "space", "d"]),
     ],
     "editor": [
@@ -73,9 +76,10 @@ ROUNDS = {
         ("the countdown", ["F10", "Right", "Right", "Down", "Down", "Return", "Tab", "Tab", "Escape"]),
     ],
     "voices": [
-        ("the program starts", ["Home"]),
-        ("the reader ends", [ORCA_ENDS, "Down", "Next"]),
-        ("the reader starts", [ORCA_STARTS, "Down", "Next"]),
+        ("the program starts", []),
+        ("to another day", TO_ANOTHER_DAY),
+        ("the reader ends", [ORCA_ENDS, "Down", "Up"]),
+        ("the reader starts", [ORCA_STARTS, "Down", "Up"]),
     ],
 }
 
@@ -86,34 +90,42 @@ class Desk:
     SOUNDING = {"pulseaudio", "speech-dispatch", "sd_espeak-ng"}
     BUS = "dbus-daemon"
     LITTLE = 5_000_000  # nanoseconds; the clock of the window ticks
+    STAT = r"\d+ \((.*)\) (.) (\d+)"
 
     def __init__(self):
         self.root = os.getppid()
+        self.names = {}
         self.before = {}
 
-    def has_rested(self):
-        """Nothing went over a bus and nobody worked since the last look, nor waits for a processor."""
-        now = dict(self.running())
-        rested = all(state != "R" and ran - before <= (0 if name == self.BUS else self.LITTLE)
-                     for (process, (name, state, ran)) in now.items()
-                     for before in [self.before.get(process, (0, 0, 0))[2]])
-        self.before = now
-        return rested
-
-    def running(self):
+    def find_programs(self):
         children = {}
         for stat in Path("/proc").glob("[0-9]*/stat"):
             try:
-                name, rest = re.fullmatch(r"\d+ \((.*)\) (.*)\n", stat.read_text()).groups()
-                children.setdefault(int(rest.split()[1]), []).append((int(stat.parent.name), name, rest[0]))
+                name, _, parent = re.match(self.STAT, stat.read_text()).groups()
+                children.setdefault(int(parent), {})[int(stat.parent.name)] = name
             except OSError:
                 continue  # it has ended
+        self.names = {}
         left = [self.root]
         while left:
-            for process, name, state in children.get(left.pop(), []):
-                left.append(process)
-                if name not in self.SOUNDING and process != os.getpid():
-                    yield process, (name, state, self.time_of(process))
+            found = children.get(left.pop(), {})
+            left += found
+            self.names.update({process: name for process, name in found.items()
+                               if name not in self.SOUNDING and process != os.getpid()})
+
+    def has_rested(self):
+        """Nothing went over a bus and nobody worked since the last look, nor waits for a processor."""
+        now = {process: self.time_of(process) for process in self.names}
+        rested = all(ran - self.before.get(process, 0) <= (0 if self.names[process] == self.BUS else self.LITTLE)
+                     for process, ran in now.items()) and not any(self.waits(process) for process in now)
+        self.before = now
+        return rested
+
+    def waits(self, process):
+        try:
+            return re.match(self.STAT, Path(f"/proc/{process}/stat").read_text())[2] == "R"
+        except OSError:
+            return False
 
     @staticmethod
     def time_of(process):
@@ -148,10 +160,16 @@ class Orca:
     """The reader with its log, which it keeps back in blocks where it is a file; so it is a terminal, also kept as a file."""
 
     STARTED = "EVENT MANAGER: Activated"
+    SAYS = "SPEECH OUTPUT: '"
+    # Where a window closes more than a second after the key, it clings to a control of it that is no more, and fails to
+    # say the title of the next window.
+    LAGS = "Not clearing state. Event is not user triggered"
+    TITLES = (" dialog.", " frame.")
 
     def __init__(self, folder):
         self.folder = Path(folder)
         self.starts = 0
+        self.lags = False
 
     def start(self):
         self.starts += 1
@@ -165,6 +183,10 @@ class Orca:
         self.unread = []
         if not wait(lambda: any(self.STARTED in line for line in self.look()), STARTING):
             raise AssertionError("Orca does not start")
+
+    def start_quietly(self):
+        self.start()
+        wait(self.said, STARTING)
 
     @staticmethod
     def copy(reading, path):
@@ -185,11 +207,14 @@ class Orca:
         return new
 
     def said(self):
-        """What it has said since it was asked last, without its echo of keys."""
+        """What it has said since it was asked last, without its echo of keys. It may say several lines at once."""
         self.look()
-        lines, self.unread = self.unread, []
-        said = [re.search(r"SPEECH OUTPUT: '(.*)'( ?)(?:\{|$)", line) for line in lines]
-        return [found[1] for found in said if found and not (found[1].endswith(" ") and found[2])]
+        self.lags = self.lags or any(self.LAGS in line for line in self.unread)
+        text = "\n".join(self.unread)
+        said = list(re.finditer(r"SPEECH OUTPUT: '(.*?)'( ?)\{['}]", text, re.DOTALL))
+        rest = text[said[-1].end():] if said else text
+        self.unread = [rest[rest.index(self.SAYS):]] if self.SAYS in rest else []
+        return [" ".join(found[1].split()) for found in said if not (found[1].endswith(" ") and found[2])]
 
 
 class OwnVoice:
@@ -243,6 +268,10 @@ def expectations(golden):
     return iter(parts)
 
 
+class Strayed(Exception):
+    """Something else is said than expected; there is no use in going on."""
+
+
 class Round:
     def __init__(self, orca, own, desk, golden, recording):
         self.orca = orca
@@ -271,27 +300,37 @@ class Round:
 
     def wait_until_still(self, expected):
         rested = 0
+        self.desk.find_programs()
 
         def is_still():
             nonlocal rested
             rested = 0 if self.hear() else rested + self.desk.has_rested()
-            if self.recording or self.has_strayed:
+            if self.recording:
                 return rested >= STILL_WHEN_RECORDING
-            return rested >= STILL and self.heard == expected
+            return rested >= STILL and self.agrees(expected)
 
         wait(is_still, PATIENCE)
 
-    @property
-    def has_strayed(self):
-        """Where something else has been said there is no use in waiting for what is expected further on."""
-        return self.said != self.wanted[:len(self.said)]
+    def agrees(self, expected):
+        def but_for_titles(lines):
+            return [line for line in lines if not line.endswith(Orca.TITLES)]
+
+        return self.heard == expected or (self.orca.lags and but_for_titles(self.heard) == but_for_titles(expected))
 
     def listen(self, heading):
-        self.wait_until_still(next(self.expected, None))
-        part = [heading] + ["    " + line for line in self.heard]
-        self.heard = []
+        expected = next(self.expected, [])
+        self.wait_until_still(expected)
+        if self.orca.lags and self.recording:
+            print("A title may be missing here: record again where there is less other work.")
+        agrees = self.recording or self.agrees(expected)
+        heard = self.heard if self.recording or not agrees else expected
+        part = [heading] + ["    " + line for line in heard]
         print("\n".join(part), flush=True)
         self.said += part
+        self.heard = []
+        self.orca.lags = False
+        if not agrees:
+            raise Strayed("\n".join(difflib.unified_diff(expected, heard, "expected", "said", lineterm="")))
 
     def play(self, program, steps, environment):
         running = subprocess.Popen([program], env=environment)
@@ -320,7 +359,7 @@ def main():
     recording = "--record" in sys.argv
     orca = Orca(logs)
     own = OwnVoice(speech)
-    orca.start()
+    orca.start_quietly()
     try:
         names = sys.argv[5 + recording:] or ROUNDS
         return sum(not is_as_golden(name, program, orca, own, Path(golden) / f"{name}.txt", recording) for name in names)
@@ -329,15 +368,21 @@ def main():
 
 
 def is_as_golden(name, program, orca, own, golden, recording):
-    print(f"\n{name}")
     wanted = golden.read_text().splitlines() if golden.exists() else []
-    played = Round(orca, own, Desk(), wanted, recording)
-    played.play(program, ROUNDS[name], own_folders(name))
-    if recording:
-        golden.write_text("\n".join(played.said) + "\n")
-        return True
-    print("\n".join(difflib.unified_diff(wanted, played.said, "expected", "said", lineterm="")))
-    return played.said == wanted
+    for attempt in range(1 if recording else ATTEMPTS):
+        print(f"\n{name}")
+        played = Round(orca, own, Desk(), wanted, recording)
+        try:
+            played.play(program, ROUNDS[name], own_folders(f"{name}{attempt}"))
+        except Strayed as difference:
+            print(difference)
+            if orca.running.poll() is not None:
+                orca.start_quietly()
+            continue
+        if recording:
+            golden.write_text("\n".join(played.said) + "\n")
+        return recording or played.said == wanted
+    return False
 
 
 if __name__ == "__main__":

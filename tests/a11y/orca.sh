@@ -3,7 +3,8 @@ set -euo pipefail
 here=$(dirname "$(realpath "$0")")
 . "$2/tools/virtual_desk.sh"
 . "$here/desk.sh"
-missing=$(a11y_missing orca pulseaudio speech-dispatcher)
+# Its texts are Czech where they have not been left out of the package.
+missing=$(a11y_missing orca pulseaudio speech-dispatcher; ls /usr/share/locale/cs/LC_MESSAGES/orca.mo 2>&1 >/dev/null) || true
 [ -z "$missing" ] || { echo "přeskočeno, není nainstalováno:" $missing; exit 77; }
 a11y_desk 1024x768
 mkdir -p "$DESK/speech/modules"

@@ -9,7 +9,7 @@ namespace {
 
 constexpr int PerCharacter = 65;  // ms
 /// How long the keyboard may be with nobody when one window hands it to another.
-constexpr int LongestMove = 300;
+constexpr int LongestMove = 1000;
 
 }  // namespace
 
