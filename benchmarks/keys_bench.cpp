@@ -26,7 +26,7 @@ int main(int argc, char** argv) {
   }
   bench::Promises promises;
   promises.Below("start until the month is spoken, in process", *start, 300, "ms");
-  promises.Below("key Down to the speech call, median",
+  promises.Below("key Down in the month list to the speech call, median",
                  bench::MedianToSpeech(*desk.voice, desk.main->List1, Qt::Key_Down, moves), 5, "ms");
   return promises.ExitCode();
 }

@@ -17,8 +17,8 @@ constexpr int kFiles = 100000;
 constexpr int kKeys = 300;
 
 void Keys(bench::PickerDesk& desk, fFileOpen& form, bench::Promises& promises) {
-  for (const auto& [name, key] : {std::pair("key Down to the speech call, median", Qt::Key_Down),
-                                  std::pair("letter to the speech call, median", Qt::Key_Z)}) {
+  for (const auto& [name, key] : {std::pair("key Down in the file list to the speech call, median", Qt::Key_Down),
+                                  std::pair("letter in the file list to the speech call, median", Qt::Key_Z)}) {
     promises.Below(name, bench::MedianToSpeech(desk.voice, form.dirList, key, kKeys), 5, "ms");
   }
 }

@@ -110,13 +110,13 @@ void BenchManySeries(const QString& folder) {
   promises.Tell("  raw insert of these rows", raw, "ms");
   for (const Change& change : kAllChanged) {
     const double time = store.MedianAfter(change.sql);
-    promises.Tell((std::string("  rebuild, ") + change.what).c_str(), time, "ms");
+    promises.Tell((std::string("  rebuild of 200 series, ") + change.what).c_str(), time, "ms");
     promises.Below((std::string("    beside the raw insert, ") + change.what).c_str(), time / raw, kPromisedTimesRaw,
                    "times");
   }
   const double unchanged = MedianOf([&] { store.Rebuild(); });
-  promises.Below("  rebuild, nothing changed since the last one", unchanged, kPromisedUnchangedMs, "ms");
-  promises.Tell("  rebuild, nothing changed, but the file just opened",
+  promises.Below("  rebuild of 200 series, nothing changed since the last one", unchanged, kPromisedUnchangedMs, "ms");
+  promises.Tell("  rebuild of 200 series, nothing changed, but the file just opened",
                 MedianOf([&] { store.Rebuild(); }, [&] { store.OpenAnew(); }), "ms");
 }
 
@@ -127,12 +127,12 @@ void BenchFewSeries(const QString& folder, Rules rules) {
     if (rules == Rules::Daily) return promises.Tell(what, time, "ms");
     promises.Below(what, time, kPromisedRealUserMs, "ms");
   };
-  print("  rebuild, nothing changed since the last one", MedianOf([&] { store.Rebuild(); }));
-  print("  rebuild, nothing changed, but the file just opened",
+  print("  rebuild of 20 series, nothing changed since the last one", MedianOf([&] { store.Rebuild(); }));
+  print("  rebuild of 20 series, nothing changed, but the file just opened",
         MedianOf([&] { store.Rebuild(); }, [&] { store.OpenAnew(); }));
-  print("  rebuild, another record saved",
+  print("  rebuild of 20 series, another record saved",
         store.MedianAfter("INSERT INTO schedule(apptime,appointment,status,guid) VALUES(45400,'',0,'x')"));
-  print("  rebuild, one series moved",
+  print("  rebuild of 20 series, one series moved",
         store.MedianAfter("UPDATE schedule SET apptime=apptime+1.0/24 WHERE status=9 AND rowid=2"));
 }
 

@@ -35,6 +35,7 @@ QString GrowthStores::Path(int rows) {
 
 int main(int argc, char** argv) {
   using namespace talnik::bench;
+  KeepMemory();
   qputenv("QT_QPA_PLATFORM", "offscreen");
   const QApplication application(argc, argv);
   QApplication::setQuitOnLastWindowClosed(false);
