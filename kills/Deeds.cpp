@@ -62,14 +62,14 @@ const char* Deeds::NameOf(std::size_t kind) {
   return Table().at(kind).name;
 }
 
-std::size_t Deeds::KindOf(int number) const {
-  return QRandomGenerator(seed_ ^ static_cast<quint32>(number) * 2654435761U).bounded(static_cast<quint32>(Kinds()));
+std::size_t Deeds::KindOf(quint32 seed, int number) {
+  return QRandomGenerator(seed ^ static_cast<quint32>(number) * 2654435761U).bounded(static_cast<quint32>(Kinds()));
 }
 
 bool Deeds::Do(int number) {
   number_ = number;
   random_.seed(seed_ * 1000U + static_cast<quint32>(number));
-  return (this->*Table().at(KindOf(number)).act)();
+  return (this->*Table().at(KindOf(seed_, number)).act)();
 }
 
 Date Deeds::AnyDay() {

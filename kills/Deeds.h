@@ -22,7 +22,7 @@ class Deeds {
   static const char* NameOf(std::size_t kind);
 
   /// Which kind the deed of this number is.
-  std::size_t KindOf(int number) const;
+  static std::size_t KindOf(quint32 seed, int number);
   /// False when it was refused and, as the user is told, nothing has changed.
   bool Do(int number);
 

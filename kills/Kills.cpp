@@ -10,6 +10,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include <algorithm>
 #include <csignal>
 #include <cstdio>
 #include <vector>
@@ -108,7 +109,7 @@ void DoAllOnAFullDisk(const QString& folder, quint32 seed, int pipe) {
 class Round {
  public:
   Round(Tally& tally, quint32 seed) : tally_(tally), seed_(seed) {
-    if (!MakeDataFolder(folder_.path()) || !MakeDataFolder(again_.path())) std::abort();
+    if (!MakeDataFolder(folder_.path())) std::abort();
     ++tally_.rounds;
   }
 
@@ -148,32 +149,56 @@ class Round {
     const auto found = Contents(folder_.path(), why, leftovers);
     tally_.leftovers += static_cast<int>(leftovers);
     if (!found) return Tell(why);
-    Deeds deeds(again_.path(), seed_);
-    int number = 0;
-    for (const char letter : heard) {
-      if (letter == 'b') continue;
-      if (letter == 'd' && !deeds.Do(number)) return Tell(u"a deed cannot be done again"_qs);
-      letter == 'd' ? ++tally_.confirmed : ++tally_.refused;
-      ++number;
-    }
+    const auto refused = static_cast<int>(std::count(heard.begin(), heard.end(), 'r'));
+    const auto confirmed = static_cast<int>(std::count(heard.begin(), heard.end(), 'd'));
+    tally_.refused += refused;
+    tally_.confirmed += confirmed;
+    const QString before = DoneAgain(heard);
+    const int number = refused + confirmed;
     const bool underWay = !heard.empty() && heard.back() == 'b';
     if (underWay) ++tally_.underWay;
-    if (underWay) ++tally_.hits[Deeds::NameOf(deeds.KindOf(number))];
-    if (*found == Again()) return;
+    if (underWay) ++tally_.hits[Deeds::NameOf(Deeds::KindOf(seed_, number))];
+    if (*found == before) return;
     // The word of a deed that was done may not have left any more.
-    if (!underWay || !deeds.Do(number) || *found != Again())
-      return Tell(u"something else stands there: "_qs + Kept(deeds, number));
-    ++tally_.kept;
+    std::vector<char> all = heard;
+    if (underWay) all.back() = 'd';
+    const QString after = underWay ? DoneAgain(all) : before;
+    if (*found == after) {
+      ++tally_.kept;
+      return;
+    }
+    Tell(u"something else stands there: "_qs + QString::fromLatin1(Deeds::NameOf(Deeds::KindOf(seed_, number))));
+    TellDifference(before, *found);
+    TellDifference(after, *found);
   }
 
-  QString Kept(const Deeds& deeds, int number) const {
-    return QString::fromLatin1(Deeds::NameOf(deeds.KindOf(number)));
-  }
-
-  QString Again() {
+  /// What stands in a new folder behind the deeds that were done. To look into a folder mends it, as each start does,
+  /// so no deed follows there.
+  QString DoneAgain(const std::vector<char>& heard) const {
+    const QTemporaryDir folder{PlaceOfFolders()};
+    if (!MakeDataFolder(folder.path())) std::abort();
+    {
+      Deeds deeds(folder.path(), seed_);
+      int number = 0;
+      for (const char letter : heard) {
+        if (letter == 'b') continue;
+        if (letter == 'd' && !deeds.Do(number)) return u"a deed cannot be done again"_qs;
+        ++number;
+      }
+    }
     qint64 leftovers = 0;
     QString why;
-    return Contents(again_.path(), why, leftovers).value_or(why);
+    return Contents(folder.path(), why, leftovers).value_or(why);
+  }
+
+  static void TellDifference(const QString& expected, const QString& found) {
+    const QStringList lines = expected.split(u'\n');
+    const QStringList others = found.split(u'\n');
+    qsizetype line = 0;
+    while (line < std::min(lines.size(), others.size()) && lines[line] == others[line]) ++line;
+    std::fprintf(stderr, "  line %lld of %lld and %lld\n  %s\n  %s\n", static_cast<long long>(line),
+                 static_cast<long long>(lines.size()), static_cast<long long>(others.size()),
+                 qPrintable(lines.value(line)), qPrintable(others.value(line)));
   }
 
   void Tell(const QString& what) {
@@ -184,7 +209,6 @@ class Round {
   Tally& tally_;
   quint32 seed_;
   QTemporaryDir folder_{PlaceOfFolders()};
-  QTemporaryDir again_{PlaceOfFolders()};
 };
 
 Tally Rounds(int rounds, quint32 seed, void (Round::*kind)()) {

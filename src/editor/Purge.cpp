@@ -25,7 +25,8 @@ PurgeOutcome RemoveOlderThan(Store& store, const Date& day) {
     if (const QString note = StripAtNul(row.wav); !note.isEmpty()) outcome.notes << note;
     return true;
   });
-  outcome.done = read && store.Execute(statements::DeleteBefore(day));
+  if (!read || !store.Execute(statements::DeleteBefore(day))) return {};
+  outcome.done = true;
   return outcome;
 }
 
